@@ -1,0 +1,69 @@
+# ./dev run: the panel and the simulated console, for the operator or as a demonstration.
+
+devRun() {
+  local fresh='' headless='' option
+  for option in "$@"; do
+    case $option in
+      --fresh) fresh=fresh ;;
+      --headless) headless=yes ;;
+      *) die "run does not know $option" ;;
+    esac
+  done
+  need windows wine
+  buildPreset windows
+  useWine prefix
+  [ -n "${DISPLAY:-}" ] || headless=yes
+  [ -z "$headless" ] || startDisplay
+  startWine
+  installPrograms "$fresh"
+  tellWindows
+  if [ -n "$headless" ]; then demonstrate; else operate; fi
+}
+
+tellWindows() {
+  cat <<'TXT'
+On Windows itself: copy VantrelLock.exe and PelorinSim.exe from build/windows/bin to C:\pelorin and packaging/LOCK.INI
+to C:\pelorin\config, start PelorinSim.exe (or the host program of a real console), then VantrelLock.exe.
+TXT
+}
+
+# startProgram <name>: runs a program of C:\pelorin in the background; its process id is in $started.
+startProgram() {
+  [ -e "$WINEPREFIX/drive_c/pelorin/$1.exe" ] || die "build/windows/bin/$1.exe is missing"
+  mkdir -p build/run
+  wine "C:\\pelorin\\$1.exe" >"build/run/$1.log" 2>&1 </dev/null 9>&- &
+  started=$!
+  background+=("$started")
+}
+
+# The panel asks the operator to start the host when it comes first, so the console gets a head start: it says
+# "ready" when clients can reach it.
+startConsole() {
+  startProgram PelorinSim
+  local tries
+  for ((tries = 0; tries < 100; tries++)); do
+    ! grep -q '^ready' build/run/PelorinSim.log || return 0
+    kill -0 "$started" 2>/dev/null || die "PelorinSim.exe ended: $(<build/run/PelorinSim.log)"
+    sleep 0.1
+  done
+  die "PelorinSim.exe did not become ready within 10 s"
+}
+
+operate() {
+  startConsole
+  say "the panel is open; close it to end"
+  startProgram VantrelLock
+  wait "$started"
+}
+
+# Presses the panel's real buttons on the virtual display and shows what happens.
+demonstrate() {
+  local picture=$root/build/run/panel.png verdict=0
+  startConsole
+  startProgram VantrelLock
+  [ -e "$WINEPREFIX/drive_c/pelorin/demo.exe" ] || die "build/windows/bin/demo.exe is missing: nobody presses the buttons"
+  wine 'C:\pelorin\demo.exe' </dev/null 9>&- || verdict=$?
+  import -silent -window root "$picture"
+  echo "picture: $picture"
+  [ "$verdict" = 0 ] || die "the lock was not reached"
+}

@@ -1,0 +1,145 @@
+#include "controls/RasterCanvas.h"
+#include <algorithm>
+#include <cmath>
+
+namespace controls {
+namespace {
+
+// Pixel coordinates are kept within this, so that the products of two distances fit 64 bits.
+constexpr double kFar = 268435456.0;
+constexpr int kLargestSide = 32768;
+
+std::uint32_t pixelValue(Colour c) { return (c & 0xFF) << 16 | (c & 0xFF00) | (c >> 16 & 0xFF); }
+
+std::int64_t floorDiv(std::int64_t a, std::int64_t b) { return a / b - ((a % b != 0) && (a < 0) != (b < 0)); }
+std::int64_t ceilDiv(std::int64_t a, std::int64_t b) { return -floorDiv(-a, b); }
+
+struct Segment {
+  double x1, y1, x2, y2;
+};
+
+// Narrows the parameter range [from, to] to where start + t * delta lies within +-kFar.
+bool narrow(double start, double delta, double& from, double& to) {
+  if (delta == 0) return std::fabs(start) <= kFar;
+  double a = (-kFar - start) / delta, b = (kFar - start) / delta;
+  if (a > b) std::swap(a, b);
+  from = std::max(from, a);
+  to = std::min(to, b);
+  return from <= to;
+}
+
+bool cutToFar(Segment& s) {
+  if (std::fabs(s.x1) <= kFar && std::fabs(s.y1) <= kFar && std::fabs(s.x2) <= kFar &&
+      std::fabs(s.y2) <= kFar)
+    return true;
+  const double dx = s.x2 - s.x1, dy = s.y2 - s.y1;
+  double from = 0, to = 1;
+  if (!narrow(s.x1, dx, from, to) || !narrow(s.y1, dy, from, to)) return false;
+  const auto within = [](double v) { return std::clamp(v, -kFar, kFar); };
+  s = {within(s.x1 + from * dx), within(s.y1 + from * dy), within(s.x1 + to * dx), within(s.y1 + to * dy)};
+  return true;
+}
+
+} // namespace
+
+void RasterCanvas::resize(int widthPixels, int heightPixels, int dpi) {
+  width_ = std::clamp(widthPixels, 0, kLargestSide);
+  height_ = std::clamp(heightPixels, 0, kLargestSide);
+  if (width_ == 0 || height_ == 0) width_ = height_ = 0;
+  dpi_ = dpi > 0 ? dpi : 96;
+  pixels_.assign(static_cast<std::size_t>(width_) * static_cast<std::size_t>(height_), 0);
+  dirty_ = {0, 0, width_, height_};
+}
+
+void RasterCanvas::clear(Colour background) {
+  std::fill(pixels_.begin(), pixels_.end(), pixelValue(background));
+  dirty_ = {0, 0, width_, height_};
+}
+
+std::uint32_t RasterCanvas::pixel(int x, int y) const {
+  return pixels_.at(static_cast<std::size_t>(y) * static_cast<std::size_t>(width_) +
+                    static_cast<std::size_t>(x));
+}
+
+void RasterCanvas::touch(const PixelRect& area) {
+  if (area.empty()) return;
+  if (dirty_.empty()) {
+    dirty_ = area;
+    return;
+  }
+  dirty_ = {std::min(dirty_.left, area.left), std::min(dirty_.top, area.top),
+            std::max(dirty_.right, area.right), std::max(dirty_.bottom, area.bottom)};
+}
+
+PixelRect RasterCanvas::takeDirty() { return std::exchange(dirty_, PixelRect{}); }
+
+void RasterCanvas::fill(const PixelRect& area, Colour colour) {
+  const PixelRect cut{std::max(area.left, 0), std::max(area.top, 0), std::min(area.right, width_),
+                      std::min(area.bottom, height_)};
+  if (cut.empty()) return;
+  for (int y = cut.top; y < cut.bottom; ++y) {
+    const auto row = pixels_.begin() + static_cast<std::ptrdiff_t>(y) * width_;
+    std::fill(row + cut.left, row + cut.right, pixelValue(colour));
+  }
+  touch(cut);
+}
+
+void RasterCanvas::line(const Scale& scale, float x1, float y1, float x2, float y2, int drawWidth,
+                        Colour colour) {
+  if (pixels_.empty() || scale.width == 0 || scale.height == 0) return;
+  const double perX = (width_ - 1) / static_cast<double>(scale.width);
+  const double perY = (height_ - 1) / static_cast<double>(scale.height);
+  const double left = scale.left, top = scale.top;
+  Segment s{(x1 - left) * perX, (y1 - top) * perY, (x2 - left) * perX, (y2 - top) * perY};
+  if (!std::isfinite(s.x1) || !std::isfinite(s.y1) || !std::isfinite(s.x2) || !std::isfinite(s.y2)) return;
+  if (!cutToFar(s)) return;
+  const Point a{std::llround(s.x1), std::llround(s.y1)}, b{std::llround(s.x2), std::llround(s.y2)};
+  const double scaled = std::round(drawWidth * (dpi_ / 96.0));
+  const int thickness = static_cast<int>(std::clamp(scaled, 1.0, static_cast<double>(kLargestSide)));
+  if (std::abs(b.x - a.x) >= std::abs(b.y - a.y))
+    draw<false>(a, b, thickness, pixelValue(colour));
+  else
+    draw<true>({a.y, a.x}, {b.y, b.x}, thickness, pixelValue(colour));
+}
+
+// Steep: x runs along the picture's height. At step i along x the line is at from.y + sign * floor((2 i dy +
+// dx) / 2 dx); the visible steps are computed, so a line from far outside costs no more than what is seen of
+// it.
+template <bool Steep> void RasterCanvas::draw(Point from, Point to, int thickness, std::uint32_t value) {
+  if (from.x > to.x) std::swap(from, to);
+  const std::int64_t length = Steep ? height_ : width_, breadth = Steep ? width_ : height_;
+  const std::int64_t dx = to.x - from.x, dy = std::abs(to.y - from.y), sign = to.y < from.y ? -1 : 1;
+  const std::int64_t before = (thickness - 1) / 2, after = thickness / 2; // of the stroke, across the line
+  std::int64_t first = std::max<std::int64_t>(0, -from.x), last = std::min(dx, length - 1 - from.x);
+  const std::int64_t lowest = -after, highest = breadth - 1 + before; // of y that show at least one pixel
+  const std::int64_t nearSide = sign > 0 ? lowest - from.y : from.y - highest;
+  const std::int64_t farSide = sign > 0 ? highest - from.y : from.y - lowest;
+  if (farSide < 0 || nearSide > dy) return;
+  if (dy > 0) {
+    if (nearSide > 0) first = std::max(first, ceilDiv(2 * dx * nearSide - dx, 2 * dy));
+    if (farSide < dy) last = std::min(last, floorDiv(2 * dx * (farSide + 1) - dx - 1, 2 * dy));
+  }
+  if (first > last) return;
+  const std::int64_t twice = std::max<std::int64_t>(2 * dx, 1);
+  std::int64_t rest = 2 * first * dy + dx;
+  std::int64_t y = from.y + sign * (rest / twice);
+  rest %= twice;
+  std::int64_t top = breadth, bottom = 0;
+  for (std::int64_t x = from.x + first; x <= from.x + last; ++x) {
+    const std::int64_t a = std::max<std::int64_t>(y - before, 0), b = std::min(y + after + 1, breadth);
+    for (std::int64_t v = a; v < b; ++v)
+      pixels_[static_cast<std::size_t>(Steep ? x * width_ + v : v * width_ + x)] = value;
+    top = std::min(top, a);
+    bottom = std::max(bottom, b);
+    rest += 2 * dy;
+    if (rest >= twice) {
+      rest -= twice;
+      y += sign;
+    }
+  }
+  const PixelRect along{static_cast<int>(from.x + first), static_cast<int>(top),
+                        static_cast<int>(from.x + last + 1), static_cast<int>(bottom)};
+  touch(Steep ? PixelRect{along.top, along.left, along.bottom, along.right} : along);
+}
+
+} // namespace controls

@@ -69,12 +69,14 @@ double FakeHost::call(int dispid, std::span<const ports::HostArg> args) {
   if (transcript_.wants(Transcript::Kind::Call))
     transcript_.add(Transcript::Kind::Call, callText(dispid, args));
   Micros takes = delay;
-  if (const auto own = delayOf.find(dispid); own != delayOf.end()) takes = own->second;
+  if (!delayOf.empty())
+    if (const auto own = delayOf.find(dispid); own != delayOf.end()) takes = own->second;
   clock_.advance(takes);
   if (pumpInside) pumpInside();
   if (failAll_) throw base::RuntimeError(*failAll_, "Automation error");
-  if (const auto failing = failing_.find(dispid); failing != failing_.end())
-    throw base::RuntimeError(failing->second, "Automation error");
+  if (!failing_.empty())
+    if (const auto failing = failing_.find(dispid); failing != failing_.end())
+      throw base::RuntimeError(failing->second, "Automation error");
   if (answer)
     if (const auto special = answer(dispid, args)) return *special;
   return ordinaryAnswer(dispid, args);

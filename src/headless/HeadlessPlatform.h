@@ -28,6 +28,7 @@ class HeadlessPlatform : public ports::Platform {
   MemorySettings& memorySettings() { return memorySettings_; }
   FakeHost& host() { return host_; }
   bool ended() const { return ended_; }
+  void recordStatus(); // from now on the status bar's fourth text is in the transcript whenever it changes
 
   std::string commandLine() override { return command; }
   std::string programFolder() override { return folder; }

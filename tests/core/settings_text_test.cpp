@@ -90,6 +90,13 @@ TEST(SettingsText, commentIsEditedOnlyUnderItsOwnName) {
   EXPECT_EQ(file.text(), "[a]\n;k=3\nk=2\n");
 }
 
+TEST(SettingsText, fallbackLosesItsTrailingBlanksOnly) {
+  IniFile file;
+  EXPECT_EQ(file.read("Hardware", "LockSolvent", " ", 255), "");
+  EXPECT_EQ(file.read("Hardware", "LockSolvent", "  two  ", 255), "  two");
+  EXPECT_EQ(file.read("Hardware", "LockSolvent", "\"two\"\t", 255), "\"two\"\t");
+}
+
 TEST(SettingsText, noCapacityNoText) {
   IniFile file("[a]\nk=1\n");
   for (int capacity : {-5, 0, 1}) EXPECT_EQ(file.read("a", "k", "x", capacity), "");

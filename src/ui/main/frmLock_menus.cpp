@@ -278,7 +278,7 @@ void frmLock::mnuPrefs_Click(int index) {
     break;
   case HideGraphItem:
     Picture1.setVisible(!checked);
-    layOut(); // which shows a plot that is high enough again, checked or not: why the item is not on offer
+    layOut();
   }
 }
 

@@ -102,7 +102,8 @@ void frmAmpl::refuse(controls::TextBox& box) {
 // Not limited to 1..16 here: the plot limits what it draws, and the box is put right by the next Refresh.
 void frmAmpl::txtDispAmpl_LostFocus() {
   if (!base::isNumeric(txtDispAmpl.text())) return refuse(txtDispAmpl);
-  program_.record.AmplitudeExponent = base::toInt16(base::toDouble(txtDispAmpl.text()));
+  program_.record.AmplitudeExponent =
+      typedNumber(txtDispAmpl, [this] { return base::toInt16(base::toDouble(txtDispAmpl.text())); });
   PlotScale::ApplyDisplaySettings(program_);
 }
 

@@ -2,6 +2,7 @@
 #include "base/NumberText.h"
 #include "core/Program.h"
 #include "ui/main/frmLock.h"
+#include "ui/panels/panel_window.h"
 #include "ui/winutil/stay_on_top.h"
 
 namespace {
@@ -32,7 +33,7 @@ void frmLevel::Form_Unload() {
 }
 
 void frmLevel::txtLockLevel_Change() {
-  const float level = base::toSingle(txtLockLevel.text());
+  const float level = typedNumber(txtLockLevel, [this] { return base::toSingle(txtLockLevel.text()); });
   while (level > fullScale_) fullScale_ = static_cast<float>(fullScale_ * 1.4);
   showScale();
   picBkgnd.setHeight((1 - level / fullScale_) * picRed.scaleHeight());

@@ -12,7 +12,9 @@ namespace {
 constexpr int kEnter = 13;
 constexpr int kSmallestPower = 7, kChoices = 13; // 128 to 524288
 
-std::int32_t wholeNumber(const controls::ComboBox& box) { return base::toInt32(base::toDouble(box.text())); }
+std::int32_t wholeNumber(const controls::ComboBox& box) {
+  return typedNumber(box, [&] { return base::toInt32(base::toDouble(box.text())); });
+}
 
 } // namespace
 

@@ -29,6 +29,10 @@ std::size_t presetAt(const LockParameters& record, int n) {
   return static_cast<std::size_t>(n);
 }
 
+float loopConstant(const controls::TextBox& box) {
+  return typedNumber(box, [&] { return base::toSingle(StrToFloatVal(box.text())); });
+}
+
 std::string presetLine(const LockParameters& record, int n) {
   const std::size_t at = presetAt(record, n);
   return base::numberText(n) + "  {" + base::numberText(record.LoopSetP[at]) + "/" +
@@ -91,9 +95,9 @@ void frmTuning::Form_KeyDown(std::int16_t& keyCode, std::int16_t shift) {
 }
 
 void frmTuning::Apply() {
-  const float p = base::toSingle(StrToFloatVal(txtLoop_P.text()));
-  const float i = base::toSingle(StrToFloatVal(txtLoop_I.text()));
-  const float d = base::toSingle(StrToFloatVal(txtLoop_D.text()));
+  const float p = loopConstant(txtLoop_P);
+  const float i = loopConstant(txtLoop_I);
+  const float d = loopConstant(txtLoop_D);
   program_.record.LoopP = p;
   program_.record.LoopI = i;
   program_.record.LoopD = d;

@@ -1,12 +1,11 @@
 // What the four panels of the Controls menu share: where each keeps its position, its flags and its menu
 // item, and what opening and closing one does to them.
 #pragma once
+#include "base/RuntimeError.h"
+#include "controls/Control.h"
 #include "core/LockParameters.h"
 
 class Program;
-namespace controls {
-class Form;
-}
 
 struct PanelWindow {
   int menuItem; // index in mnuControls
@@ -30,3 +29,12 @@ inline constexpr PanelWindow kControlsPanel{21, &LockParameters::NMRControlsLeft
 void placePanel(const Program& program, controls::Form& form, const PanelWindow& panel);
 // The panel is being unloaded: its menu item and flags are cleared and its position is kept.
 void panelClosed(Program& program, const controls::Form& form, const PanelWindow& panel);
+
+// Converts what stands in a box; an error names the box.
+template <class Convert> auto typedNumber(const controls::Control& box, Convert&& convert) {
+  try {
+    return convert();
+  } catch (const base::RuntimeError& error) {
+    throw error.within(box.accessibleName());
+  }
+}

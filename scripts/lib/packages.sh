@@ -1,6 +1,6 @@
 # What each need is made of, as Debian 12 packages, and how to get what is missing.
 
-say() { printf '\033[1m== %s\033[0m\n' "$*" >&2; }
+say() { printf '== %s\n' "$*" >&2; }
 die() { printf 'dev: %s\n' "$*" >&2; exit 1; }
 
 packagesFor() {

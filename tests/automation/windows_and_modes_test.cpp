@@ -1,0 +1,223 @@
+// The members that press mode buttons, show and hide windows, and end the program.
+#include "automation/Members.h"
+#include "support/Panel.h"
+#include "ui/panels/frmAmpl.h"
+#include "ui/panels/frmSweep.h"
+#include "ui/panels/frmTuning.h"
+
+using controls::WindowState;
+using support::Panel;
+
+namespace {
+
+struct Automation : testing::Test {
+  Panel panel;
+  Program& program = panel.program();
+  NMRLock lock{program};
+  void openAllPanels() {
+    program.frmControls->show();
+    program.frmAmpl->show();
+    program.frmSweep->show();
+    program.frmTuning->show();
+  }
+  std::string visiblePanels() {
+    std::string names;
+    for (controls::Form* form : program.desktop.forms())
+      if (form->visible()) names += form->name() + " ";
+    return names;
+  }
+};
+
+struct Modes : Automation {
+  Modes() { panel.started(); }
+};
+struct Windows : Automation {
+  Windows() { panel.started(); }
+};
+using WithoutWindow = Automation;
+
+// Presses a button through the member and through the operator on two equal panels.
+struct ModePair {
+  int number;
+  const char* button;
+};
+class EveryMode : public testing::TestWithParam<ModePair> {};
+
+} // namespace
+
+TEST_P(EveryMode, memberDoesWhatTheOperatorsClickDoes) {
+  Panel byMember, byHand;
+  for (Panel* panel : {&byMember, &byHand}) {
+    panel->started();
+    panel->host().words[6] = 400;
+    panel->press("Sweep");
+    panel->clear();
+  }
+  NMRLock lock(byMember.program());
+  automation::kMembers[static_cast<std::size_t>(GetParam().number - 1)].run(lock, {});
+  byHand.press(GetParam().button);
+  EXPECT_EQ(headless::compareLines(byHand.calls(), byMember.calls()), "");
+  EXPECT_FALSE(byMember.calls().empty());
+  EXPECT_EQ(byMember.main().Toolbar1.pressed(), byHand.main().Toolbar1.pressed());
+  EXPECT_EQ(byMember.record().LockMode, byHand.record().LockMode);
+  EXPECT_EQ(lock.GetLockState(), NMRLock(byHand.program()).GetLockState());
+}
+
+INSTANTIATE_TEST_SUITE_P(Modes, EveryMode,
+                         testing::Values(ModePair{22, "Lock"}, ModePair{23, "Phase"}, ModePair{24, "Auto"},
+                                         ModePair{25, "Hold"}, ModePair{26, "Sweep"}, ModePair{27, "Off"}),
+                         [](const auto& mode) { return std::string(mode.param.button); });
+
+TEST_F(Modes, areTheButtonsOfTheirNames) {
+  panel.host().words[6] = 400;
+  const std::pair<void (NMRLock::*)(), int> cases[] = {
+      {&NMRLock::StartSweep, 3},    {&NMRLock::StartLock, 2},      {&NMRLock::StartHold, 4},
+      {&NMRLock::StartAutoLock, 5}, {&NMRLock::StartAutoPhase, 6}, {&NMRLock::StopLock, 1}};
+  const std::int16_t modes[] = {kModeSweep, kModeLock, kModeHold, kModeAuto, kModePhase, kModeOff};
+  for (std::size_t i = 0; i < std::size(cases); ++i) {
+    (lock.*cases[i].first)();
+    EXPECT_EQ(panel.main().Toolbar1.pressed(), cases[i].second);
+    EXPECT_EQ(panel.record().LockMode, modes[i]);
+  }
+}
+
+TEST_F(Modes, lockReadsJustEnteredThenLocked) {
+  panel.host().words = {0, 900, 10, 900, 10, 0, 400, 0, 0};
+  lock.StartLock();
+  EXPECT_EQ(lock.GetLockState(), 1);
+  panel.tick();
+  EXPECT_EQ(lock.GetLockState(), 513);
+  lock.StopLock();
+  EXPECT_EQ(lock.GetLockState(), -256);
+}
+
+TEST_F(Modes, failAsTheHostFails) {
+  panel.host().fail(31, static_cast<std::int32_t>(0x80010108));
+  try {
+    lock.StartSweep();
+    ADD_FAILURE() << "no error";
+  } catch (const base::RuntimeError& error) {
+    EXPECT_EQ(error.number, static_cast<std::int32_t>(0x80010108));
+  }
+  EXPECT_EQ(panel.record().LockMode, kModeSweep); // as far as it got
+  EXPECT_TRUE(panel.boxes().empty());             // told to the client, not to the operator
+}
+
+TEST_F(Modes, mainWindowClosedInsideACallLivesUntilTheCallIsDone) {
+  panel.host().words[6] = 400;
+  program.frmControls->show(); // so that a window is left
+  bool closed = false;
+  panel.host().pumpInside = [&] {
+    if (closed) return;
+    closed = true;
+    panel.main().unload();
+    program.doEvents();
+  };
+  EXPECT_NO_THROW(lock.StartSweep());
+  EXPECT_TRUE(closed);
+}
+
+TEST_F(Windows, showBringsTheMainWindowAndTheOpenPanels) {
+  openAllPanels();
+  lock.HideWindows();
+  EXPECT_EQ(visiblePanels(), "");
+  lock.ShowLockWindow();
+  for (const char* name : {"frmLock ", "frmControls ", "frmAmpl ", "frmSweep ", "frmTuning "})
+    EXPECT_NE(visiblePanels().find(name), std::string::npos) << name;
+}
+
+TEST_F(Windows, showAfterHideBringsBackOnlyThePanelsThatAreOpen) {
+  panel.program().frmControls.unload();
+  panel.program().frmSweep.unload();
+  program.frmAmpl->show();
+  program.frmTuning->show();
+  program.frmTuning.unload();
+  const std::string before = visiblePanels();
+  lock.HideWindows();
+  lock.ShowLockWindow();
+  EXPECT_EQ(visiblePanels(), before);
+  EXPECT_FALSE(program.frmTuning.loaded());
+}
+
+TEST_F(Windows, showStartsTheTimerUnlessOff) {
+  lock.ShowLockWindow();
+  EXPECT_FALSE(panel.main().Timer1.enabled());
+  panel.host().words[6] = 400;
+  lock.StartSweep();
+  lock.HideWindows();
+  EXPECT_FALSE(panel.main().Timer1.enabled());
+  lock.ShowLockWindow();
+  EXPECT_TRUE(panel.main().Timer1.enabled());
+}
+
+TEST_F(Windows, showOfAMinimisedWindowLeavesTheTimerStopped) {
+  lock.StartSweep();
+  lock.MinimizeLockWindow();
+  lock.ShowLockWindow();
+  EXPECT_EQ(panel.main().windowState(), WindowState::Minimised);
+  EXPECT_FALSE(panel.main().Timer1.enabled());
+}
+
+TEST_F(Windows, showIgnoresItsArgument) {
+  const automation::Member& show = automation::kMembers[1];
+  lock.HideWindows();
+  show.run(lock, {});
+  EXPECT_TRUE(panel.main().visible());
+  lock.HideWindows();
+  show.run(lock, std::int32_t{1});
+  EXPECT_TRUE(panel.main().visible());
+  EXPECT_FALSE(panel.main().isModal());
+}
+
+TEST_F(Windows, hideKeepsTheOpenFlags) {
+  openAllPanels();
+  lock.HideWindows();
+  EXPECT_EQ(program.panels.ControlsOpen, kTrue);
+  EXPECT_EQ(program.panels.AmplOpen, kTrue);
+  EXPECT_EQ(program.panels.SweepOpen, kTrue);
+  EXPECT_EQ(program.panels.TuningOpen, kTrue);
+}
+
+TEST_F(Windows, hideLoadsNoPanel) {
+  program.frmAmpl.unload();
+  program.frmTuning.unload();
+  lock.HideWindows();
+  EXPECT_FALSE(program.frmAmpl.loaded());
+  EXPECT_FALSE(program.frmTuning.loaded());
+}
+
+TEST_F(Windows, minimiseHidesTheOpenPanelsAndStopsTheTimer) {
+  panel.host().words[6] = 400;
+  lock.StartSweep();
+  openAllPanels();
+  lock.MinimizeLockWindow();
+  EXPECT_EQ(panel.main().windowState(), WindowState::Minimised);
+  EXPECT_FALSE(panel.main().Timer1.enabled());
+  EXPECT_EQ(visiblePanels(), "frmLock ");
+  EXPECT_EQ(program.panels.ControlsOpen, kTrue);
+  EXPECT_EQ(program.panels.TuningOpen, kTrue);
+}
+
+TEST_F(Windows, theHandleIsTheMainWindows) {
+  EXPECT_EQ(lock.hWndLockWindow(),
+            static_cast<std::int32_t>(panel.platform.windows().nativeHandle(panel.main())));
+}
+
+TEST_F(WithoutWindow, showMakesThePanelAppear) {
+  panel.platform.command = "VantrelLock.exe -Embedding /NoWindow";
+  panel.started();
+  EXPECT_FALSE(panel.main().visible());
+  lock.ShowLockWindow();
+  EXPECT_TRUE(panel.main().visible());
+}
+
+TEST_F(Automation, exitEndsAtOnceAndSavesNothing) {
+  panel.started();
+  const std::string settings = panel.settingsText();
+  lock.putLockNMRPhase(99);
+  EXPECT_TRUE(panel.ends([&] { lock.ExitLockApp(); }));
+  EXPECT_TRUE(panel.platform.ended());
+  EXPECT_EQ(panel.settingsText(), settings);
+  EXPECT_TRUE(panel.boxes().empty());
+  panel.expectCalls({});
+}

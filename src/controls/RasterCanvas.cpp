@@ -14,29 +14,33 @@ std::uint32_t pixelValue(Colour c) { return (c & 0xFF) << 16 | (c & 0xFF00) | (c
 std::int64_t floorDiv(std::int64_t a, std::int64_t b) { return a / b - ((a % b != 0) && (a < 0) != (b < 0)); }
 std::int64_t ceilDiv(std::int64_t a, std::int64_t b) { return -floorDiv(-a, b); }
 
-struct Segment {
-  double x1, y1, x2, y2;
+struct End {
+  double x, y;
 };
 
-// Narrows the parameter range [from, to] to where start + t * delta lies within +-kFar.
-bool narrow(double start, double delta, double& from, double& to) {
-  if (delta == 0) return std::fabs(start) <= kFar;
-  double a = (-kFar - start) / delta, b = (kFar - start) / delta;
-  if (a > b) std::swap(a, b);
-  from = std::max(from, a);
-  to = std::min(to, b);
-  return from <= to;
+// Moves an end that lies beyond +-kFar in x onto that bound; false when the whole line lies beyond it. The
+// other coordinate follows the slope from the moved end, so a level line stays level however far it reaches.
+bool cutX(End& a, const End& b) {
+  if (std::fabs(a.x) <= kFar) return true;
+  const double bound = a.x < 0 ? -kFar : kFar;
+  if (a.x < 0 ? b.x < bound : b.x > bound) return false;
+  a.y += (bound - a.x) / (b.x - a.x) * (b.y - a.y);
+  a.x = bound;
+  return true;
 }
 
-bool cutToFar(Segment& s) {
-  if (std::fabs(s.x1) <= kFar && std::fabs(s.y1) <= kFar && std::fabs(s.x2) <= kFar &&
-      std::fabs(s.y2) <= kFar)
-    return true;
-  const double dx = s.x2 - s.x1, dy = s.y2 - s.y1;
-  double from = 0, to = 1;
-  if (!narrow(s.x1, dx, from, to) || !narrow(s.y1, dy, from, to)) return false;
-  const auto within = [](double v) { return std::clamp(v, -kFar, kFar); };
-  s = {within(s.x1 + from * dx), within(s.y1 + from * dy), within(s.x1 + to * dx), within(s.y1 + to * dy)};
+bool cutY(End& a, const End& b) {
+  End across{a.y, a.x};
+  if (!cutX(across, {b.y, b.x})) return false;
+  a = {across.y, across.x};
+  return true;
+}
+
+bool cutToFar(End& a, End& b) {
+  if (!cutX(a, b) || !cutX(b, a) || !cutY(a, b) || !cutY(b, a)) return false;
+  const auto within = [](double v) { return std::clamp(v, -kFar, kFar); }; // rounding may have left the bound
+  a = {within(a.x), within(a.y)};
+  b = {within(b.x), within(b.y)};
   return true;
 }
 
@@ -90,10 +94,11 @@ void RasterCanvas::line(const Scale& scale, float x1, float y1, float x2, float 
   const double perX = (width_ - 1) / static_cast<double>(scale.width);
   const double perY = (height_ - 1) / static_cast<double>(scale.height);
   const double left = scale.left, top = scale.top;
-  Segment s{(x1 - left) * perX, (y1 - top) * perY, (x2 - left) * perX, (y2 - top) * perY};
-  if (!std::isfinite(s.x1) || !std::isfinite(s.y1) || !std::isfinite(s.x2) || !std::isfinite(s.y2)) return;
-  if (!cutToFar(s)) return;
-  const Point a{std::llround(s.x1), std::llround(s.y1)}, b{std::llround(s.x2), std::llround(s.y2)};
+  End begin{(x1 - left) * perX, (y1 - top) * perY}, end{(x2 - left) * perX, (y2 - top) * perY};
+  if (!std::isfinite(begin.x) || !std::isfinite(begin.y) || !std::isfinite(end.x) || !std::isfinite(end.y))
+    return;
+  if (!cutToFar(begin, end)) return;
+  const Point a{std::llround(begin.x), std::llround(begin.y)}, b{std::llround(end.x), std::llround(end.y)};
   const double scaled = std::round(drawWidth * (dpi_ / 96.0));
   const int thickness = static_cast<int>(std::clamp(scaled, 1.0, static_cast<double>(kLargestSide)));
   if (std::abs(b.x - a.x) >= std::abs(b.y - a.y))

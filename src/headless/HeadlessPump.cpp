@@ -49,7 +49,7 @@ std::unique_ptr<controls::Peer> HeadlessPump::peerFor(controls::Timer& timer) {
 
 void HeadlessPump::setWakeUp() {
   wakeAt_ = kNever;
-  if (!posted_.empty() || graveyard_) wakeAt_ = 0;
+  if (!posted_.empty()) wakeAt_ = 0;
   if (!scheduled_.empty()) wakeAt_ = std::min(wakeAt_, scheduled_.begin()->first);
   for (const TimerPeer* timer : timers_) wakeAt_ = std::min(wakeAt_, timer->due);
 }
@@ -81,10 +81,7 @@ void HeadlessPump::detach() {
   setWakeUp();
 }
 
-void HeadlessPump::expectGraveyard() {
-  graveyard_ = true;
-  setWakeUp();
-}
+void HeadlessPump::expectGraveyard() { graveyard_ = true; }
 
 void HeadlessPump::waitForMessage() {
   if (!nothingWaits()) return;
@@ -107,7 +104,7 @@ void HeadlessPump::deliver() {
   runScheduled(limit);
   fireTimers(limit);
   if (desktop_) desktop_->emptyGraveyard();
-  graveyard_ = false;
+  graveyard_ = desktop_ && !desktop_->graveyardEmpty(); // a gesture may still be running
   setWakeUp();
 }
 

@@ -20,7 +20,7 @@ class HeadlessPump : public ports::Pump {
   explicit HeadlessPump(VirtualClock& clock) : clock_(clock) {}
 
   int doEvents() override {
-    if (++yields_ == nextHook_ || clock_.micros() >= wakeAt_ || focusMoves()) deliver();
+    if (++yields_ == nextHook_ || clock_.micros() >= wakeAt_ || graveyard_ || focusMoves()) deliver();
     return desktop_ ? desktop_->loadedForms() : 0;
   }
   // Jumps to the next timer or scheduled gesture; Stuck when there is none.

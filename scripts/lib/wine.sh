@@ -10,7 +10,8 @@ useWine() {
   flock -n 9 || die "another ./dev is using build/wine/$1; end it first"
   export WINEPREFIX=$root/build/wine/$1
   export WINEDEBUG=${WINEDEBUG--all}
-  export WINEDLLOVERRIDES='mscoree,mshtml=' # else Wine asks to download them
+  # No question about downloads, no entries in the user's own menus.
+  export WINEDLLOVERRIDES='mscoree,mshtml=;winemenubuilder.exe=d'
   trap endAll EXIT
   trap 'exit 130' INT
   trap 'exit 143' TERM HUP

@@ -10,9 +10,9 @@ namespace {
 constexpr double kTwoPi = 2 * std::numbers::pi;
 constexpr double kJudgeTime = 0.5; // s, time constant of the judged level and error
 
-// Loop constants P = 10000 and I = 50 mean 0.028 DAC units per unit of error, and 0.28 of them per second.
-constexpr double kProportional = 0.028 / 10000;
-constexpr double kIntegral = 0.28 / 50;
+// Loop constants P = 10000 and I = 50 mean 0.05 DAC units per unit of error, and 0.5 of them per second.
+constexpr double kProportional = 0.05 / 10000;
+constexpr double kIntegral = 0.5 / 50;
 constexpr double kDerivative = 1e-7; // s
 
 } // namespace

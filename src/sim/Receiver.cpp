@@ -13,6 +13,11 @@ constexpr double kCalibratedBandwidth = 100; // Hz
 constexpr double kNoiseMemory = 4;           // s, of the running measure
 constexpr int kBurst = 512;                  // samples
 
+Complex normal(Random& random) {
+  const double x = random.normal();
+  return {x, random.normal()};
+}
+
 Complex convert(Complex s) {
   return {std::clamp(s.real(), -kFullScale, kFullScale), std::clamp(s.imag(), -kFullScale, kFullScale)};
 }
@@ -48,22 +53,19 @@ void Receiver::update() {
   filter_ = LowPass(bandwidth_);
   const double angle = (phase_ - settings_.bestPhase) * std::numbers::pi / 180;
   scale_ = std::polar(gain_ * kUnitsPerGain, angle);
-  const double thermal = settings_.noise * gain_;
-  sigma_ = std::sqrt((thermal * thermal + settings_.adcNoise * settings_.adcNoise) * bandwidth_ /
-                     kCalibratedBandwidth);
-  const double c = filter_.decay;
-  innovation_ = std::sqrt(1 - c * c);
-  secondDifference_ = 6 - 8 * c + 2 * c * c;
+  const double perBandwidth = gain_ * std::sqrt(bandwidth_ / kCalibratedBandwidth);
+  thermal_ = settings_.noise * perBandwidth;
+  nominalThermal_ = kNominalNoise * perBandwidth;
+  innovation_ = std::sqrt(1 - filter_.decay * filter_.decay);
   settle();
 }
 
 Complex Receiver::step(Complex filtered, Random& random) {
   filtered_ = filtered_ * filter_.decay + filtered;
-  const double x = random.normal(), y = random.normal();
-  noise_ = noise_ * filter_.decay + innovation_ * Complex(x, y);
+  noise_ = noise_ * filter_.decay + innovation_ * normal(random);
   last_[2] = last_[1];
   last_[1] = last_[0];
-  last_[0] = convert(scale_ * filtered_ + sigma_ * noise_);
+  last_[0] = convert(scale_ * filtered_ + thermal_ * noise_ + settings_.adcNoise * normal(random));
   return last_[0];
 }
 
@@ -74,16 +76,17 @@ void Receiver::watchNoise() {
   }
   // The second difference: a lock signal that builds up or wanders leaves next to nothing in it.
   const Complex d = last_[0] - 2.0 * last_[1] + last_[2];
-  const double power = std::norm(d) / 2 / secondDifference_;
-  measured_ += kStep / kNoiseMemory * (power / nominalPower() - measured_);
+  const double c = filter_.decay; // correlation of the filtered noise from sample to sample
+  const double expected =
+      nominalThermal_ * nominalThermal_ * (6 - 8 * c + 2 * c * c) + kNominalAdcNoise * kNominalAdcNoise * 6;
+  measured_ += kStep / kNoiseMemory * (std::norm(d) / 2 / expected - measured_);
 }
 
 void Receiver::sampleNoise(Signal signal, Random& random) {
   const Complex carrier = signal == Signal::Inside ? clean() : Complex(0);
   double sum = 0;
   for (int i = 0; i < kBurst; ++i) {
-    const double x = random.normal(), y = random.normal();
-    last_[0] = convert(carrier + sigma_ * Complex(x, y));
+    last_[0] = convert(carrier + thermal_ * normal(random) + settings_.adcNoise * normal(random));
     sum += std::norm(last_[0]);
   }
   measured_ = sum / (2 * kBurst) / nominalPower();
@@ -93,8 +96,7 @@ void Receiver::sampleNoise(Signal signal, Random& random) {
 Complex Receiver::clean() const { return scale_ * filtered_; }
 
 double Receiver::nominalPower() const {
-  const double thermal = kNominalNoise * gain_;
-  return (thermal * thermal + kNominalAdcNoise * kNominalAdcNoise) * bandwidth_ / kCalibratedBandwidth;
+  return nominalThermal_ * nominalThermal_ + kNominalAdcNoise * kNominalAdcNoise;
 }
 
 double Receiver::noisePower() const { return measured_ * nominalPower(); }

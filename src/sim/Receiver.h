@@ -48,9 +48,9 @@ class Receiver {
   const Settings& settings_;
   double gain_ = 0, phase_ = 0, bandwidth_ = 0;
   LowPass filter_{0};
-  std::complex<double> scale_; // gain and phase
-  double sigma_ = 0, innovation_ = 0;
-  double secondDifference_ = 1; // power of the noise's second difference, sigma = 1
+  std::complex<double> scale_;              // gain and phase
+  double thermal_ = 0, nominalThermal_ = 0; // rms per channel: as it is, and as calibrated
+  double innovation_ = 0;
   std::complex<double> filtered_{0, 0}, noise_{0, 0};
   std::complex<double> last_[3];
   int fresh_ = 3;

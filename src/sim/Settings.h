@@ -15,7 +15,7 @@ struct Settings {
   Sample sample = sampleOf("CDCl3");
 
   // The magnet.
-  double lineField = 1200;     // DAC units: where the first line sits when its own lock frequency is set
+  double lineField = 900;      // DAC units: where the first line sits when its own lock frequency is set
   double driftHzPerHour = 2;   // of the proton frequency; positive moves the line to higher DAC values
   double kicksPerHour = 0;     // sudden field steps (a lift, a trolley), at random times
   double kickSize = 60;        // DAC units, root mean square
@@ -29,7 +29,7 @@ struct Settings {
   double maxB1 = 3;                   // Hz, precession about B1 at power 63.5; 0.5 power units are 0.5 dB
   double bestPhase = 20;              // degrees: the phase setting that makes the level pure absorption
   double noise = kNominalNoise;       // rms per channel and unit of gain, in a bandwidth of 100 Hz
-  double adcNoise = kNominalAdcNoise; // rms per channel at any gain, in a bandwidth of 100 Hz
+  double adcNoise = kNominalAdcNoise; // rms per channel at any gain and bandwidth
 
   std::int32_t systemValue = 17; // the number kept for clients; a system reset forgets it
 };

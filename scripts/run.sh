@@ -11,13 +11,19 @@ devRun() {
   done
   need windows wine
   buildPreset windows
-  useWine prefix
-  [ -n "${DISPLAY:-}" ] || headless=yes
-  [ -z "$headless" ] || startDisplay
-  startWine
-  installPrograms "$fresh"
   tellWindows
-  if [ -n "$headless" ]; then demonstrate; else operate; fi
+  if [ -n "$headless" ] || [ -z "${DISPLAY:-}" ]; then
+    useWine scratch
+    startDisplay
+    startWine
+    installPrograms fresh
+    demonstrate
+  else
+    useWine prefix
+    startWine
+    installPrograms "$fresh"
+    operate
+  fi
 }
 
 tellWindows() {
@@ -56,14 +62,22 @@ operate() {
   wait "$started"
 }
 
-# Presses the panel's real buttons on the virtual display and shows what happens.
+# Presses the panel's real buttons on the virtual display and shows what happens: first an operator's clicks on Sweep and
+# Lock, then Auto as a script asks for it.
 demonstrate() {
   local picture=$root/build/run/panel.png verdict=0
   startConsole
+  wine 'C:\pelorin\VantrelLock.exe' /RegServer </dev/null 9>&- || die "VantrelLock.exe could not register its class"
   startProgram VantrelLock
-  [ -e "$WINEPREFIX/drive_c/pelorin/demo.exe" ] || die "build/windows/bin/demo.exe is missing: nobody presses the buttons"
-  wine 'C:\pelorin\demo.exe' </dev/null 9>&- || verdict=$?
+  [ -e "$WINEPREFIX/drive_c/pelorin/demo.exe" ] || die "build/windows/bin/demo.exe is missing"
+  runDemo lock --toolbar && runDemo auto || verdict=$?
   import -silent -window root "$picture"
+  wine 'C:\pelorin\VantrelLock.exe' /UnregServer </dev/null 9>&- || verdict=1
   echo "picture: $picture"
   [ "$verdict" = 0 ] || die "the lock was not reached"
+}
+
+runDemo() {
+  say "demonstration: $*"
+  wine 'C:\pelorin\demo.exe' "$@" </dev/null 9>&-
 }

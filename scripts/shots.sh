@@ -4,7 +4,7 @@ devShots() {
   need windows wine
   buildPreset windows
   [ -e build/windows/bin/gallery.exe ] || die "build/windows/bin/gallery.exe is missing"
-  useWine test
+  useWine scratch
   startDisplay
   startWine
   installPrograms fresh

@@ -3,7 +3,8 @@
 
 background=() # pids of what we started, ended in reverse order
 
-# useWine <name>: chooses the prefix build/wine/<name> and keeps it for this script alone.
+# useWine <name>: chooses the prefix build/wine/<name> and keeps it for this script alone. "prefix" is the operator's,
+# with settings that last; "scratch" is for tests and demonstrations.
 useWine() {
   mkdir -p build/wine
   exec 9>"build/wine/$1.lock" # closed for every child: the lock ends with this script

@@ -40,10 +40,8 @@ FormPeer::~FormPeer() {
   if (window_) SetWindowLongPtrA(window(), GWLP_USERDATA, 0);
 }
 
-FormPeer* FormPeer::of(HWND window) {
-  HWND root = window ? GetAncestor(window, GA_ROOT) : nullptr;
-  if (!root) return nullptr;
-  static const ATOM ours = [] {
+ATOM FormPeer::windowClass() {
+  static const ATOM registered = [] {
     WNDCLASSA shape{};
     shape.lpfnWndProc = windowProc;
     shape.hInstance = GetModuleHandleA(nullptr);
@@ -52,7 +50,12 @@ FormPeer* FormPeer::of(HWND window) {
     shape.lpszClassName = kWindowClass;
     return RegisterClassA(&shape);
   }();
-  if (GetClassLongPtrA(root, GCW_ATOM) != ours) return nullptr;
+  return registered;
+}
+
+FormPeer* FormPeer::of(HWND window) {
+  HWND root = window ? GetAncestor(window, GA_ROOT) : nullptr;
+  if (!root || GetClassLongPtrA(root, GCW_ATOM) != windowClass()) return nullptr;
   return reinterpret_cast<FormPeer*>(GetWindowLongPtrA(root, GWLP_USERDATA));
 }
 
@@ -66,7 +69,7 @@ DWORD FormPeer::exStyle(const Form& form) {
 }
 
 void FormPeer::build() {
-  of(GetDesktopWindow()); // the window class
+  windowClass();
   Writing writing(writing_);
   window_ = OwnedWindow(CreateWindowExA(exStyle(form_), kWindowClass, form_.caption().c_str(), style(form_),
                                         CW_USEDEFAULT, CW_USEDEFAULT, 100, 100, nullptr, nullptr,

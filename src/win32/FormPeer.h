@@ -24,6 +24,7 @@ class FormPeer : public controls::Peer {
   FormPeer& operator=(const FormPeer&) = delete;
 
   static FormPeer* of(HWND window); // of the form's window or any window inside; null: none of ours
+  static ATOM windowClass();
   static DWORD style(const controls::Form& form);
   static DWORD exStyle(const controls::Form& form);
 

@@ -82,9 +82,9 @@ void Sweep::take(Complex signal) {
 
 void Sweep::finishHalf() {
   if (best_.magnitude == 0) best_ = {at_[0], std::sqrt(power_[0]), level_, 0};
-  // The peak lags behind the line in both directions: with the half sweep before, the line's own place is
-  // known.
-  const double line = found_ ? (found_->position + best_.position) / 2 : best_.position;
+  // The peak lags behind the line in either direction: two half sweeps tell by how much.
+  if (found_) lag_ = direction_ * (best_.position - found_->position) / 2;
+  const double line = best_.position - direction_ * lag_;
   best_.phaseWord = phaseWord(line, best_.magnitude);
   found_ = best_;
 }

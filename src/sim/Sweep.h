@@ -54,6 +54,7 @@ class Sweep {
   double bestPower_ = 0;
   HalfSweep best_;
   std::optional<HalfSweep> found_;
+  double lag_ = 0; // DAC units, of the peak behind the line; outlives a restart
 };
 
 } // namespace sim

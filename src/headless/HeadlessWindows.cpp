@@ -200,9 +200,11 @@ void HeadlessWindows::runModal(Form& form) {
   while (form.loaded() && form.visible()) {
     pump_.doEvents();
     if (!form.loaded() || !form.visible()) return;
-    if (!pump_.gestureWaits())
+    if (pump_.gestureWaits()) {
+      pump_.waitForMessage();
+    } else if (!whileModal || !whileModal()) {
       throw Stuck("the modal window " + form.name() + " stays open: no gesture is scripted that closes it");
-    pump_.waitForMessage();
+    }
   }
 }
 

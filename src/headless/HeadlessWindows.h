@@ -67,6 +67,8 @@ class HeadlessWindows : public ports::WindowSystem {
 
   void setDpi(int dpi) { dpi_ = dpi; } // for windows made from now on
   void setDrawing(Drawing drawing) { drawing_ = drawing; }
+  // Asked while a modal window stays open and no gesture waits: true when something was done.
+  std::function<bool()> whileModal;
   // Called after any control's shown state changed.
   std::function<void(controls::Control&, controls::Aspect)> watch;
 

@@ -8,7 +8,11 @@ void Transcript::want(Kind kind, bool wanted) {
 }
 
 void Transcript::add(Kind kind, std::string text) {
-  if (wants(kind)) lines_.push_back({kind, std::move(text)});
+  if (!wants(kind)) return;
+  if (listener)
+    listener({kind, std::move(text)});
+  else
+    lines_.push_back({kind, std::move(text)});
 }
 
 std::vector<std::string> Transcript::texts(std::initializer_list<Kind> kinds) const {

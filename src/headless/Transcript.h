@@ -2,6 +2,7 @@
 // asked for, text.
 #pragma once
 #include <cstddef>
+#include <functional>
 #include <initializer_list>
 #include <string>
 #include <vector>
@@ -22,6 +23,8 @@ class Transcript {
   void want(Kind kind, bool wanted); // at first everything but Status and Window lines
   void add(Kind kind, std::string text);
   void clear() { lines_.clear(); }
+  // Takes each line in place of keeping it.
+  std::function<void(const Line&)> listener;
   const std::vector<Line>& lines() const { return lines_; }
   std::vector<std::string>
   texts(std::initializer_list<Kind> kinds) const; // of these kinds; all when the list is empty

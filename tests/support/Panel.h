@@ -5,6 +5,7 @@
 #include "core/vbLock_mod.h"
 #include "headless/Errors.h"
 #include "headless/HeadlessPlatform.h"
+#include "headless/IdleLoop.h"
 #include "headless/Operator.h"
 #include "headless/RecordingCanvas.h"
 #include "headless/SimulatedHost.h"
@@ -96,15 +97,7 @@ class Panel {
     }
   }
   // The idle loop for so long: passes while there is work, time jumps to what is due next.
-  void wait(headless::Micros time) {
-    const headless::Micros end = platform.clock().micros() + time;
-    while (vbLock_mod::idlePass(*program_)) {
-      if (!vbLock_mod::idleMayWait(*program_) || !platform.pump().nothingWaits()) continue;
-      const headless::Micros next = std::min(platform.pump().nextDue(), end);
-      if (platform.clock().micros() >= end && next >= end) return;
-      platform.clock().advance(next - platform.clock().micros());
-    }
-  }
+  void wait(headless::Micros time) { headless::runIdleLoop(*program_, platform, time); }
   void waitSeconds(double seconds) { wait(static_cast<headless::Micros>(seconds * headless::kSecond)); }
   void tick(int n = 1) { wait(n * 10 * headless::kMillisecond); } // ticks of the lock timer, when it runs
   // Waits until the status is this; false when it is not within the time.

@@ -56,3 +56,6 @@ if(EXISTS ${CMAKE_SOURCE_DIR}/src/apps/demo.cpp)
   add_executable(demo ${CMAKE_SOURCE_DIR}/src/apps/demo.cpp)
   target_link_libraries(demo PRIVATE lock_win32)
 endif()
+
+lock_type_library(Pelorin ${CMAKE_SOURCE_DIR}/src/win32/console/Pelorin.idl)
+lock_app(PelorinSim ICON console TYPE_LIBRARIES Pelorin USES lock_win32)

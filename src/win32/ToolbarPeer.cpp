@@ -34,9 +34,9 @@ class ToolbarPeer final : public ControlPeer {
   void place() override {
     ControlPeer::place();
     const int height = toPixels(toolbar_.height(), dpi()) - toPixels(30, dpi());
-    SendMessageA(window(), TB_SETBUTTONSIZE, 0, MAKELPARAM(toPixels(kButtonWidth, dpi()), height));
-    SendMessageA(window(), TB_SETBUTTONWIDTH, 0,
-                 MAKELPARAM(toPixels(kButtonWidth, dpi()), toPixels(kButtonWidth, dpi())));
+    const int width = toPixels(kButtonWidth, dpi());
+    SendMessageA(window(), TB_SETBUTTONWIDTH, 0, MAKELPARAM(width, width));
+    SendMessageA(window(), TB_SETBUTTONSIZE, 0, MAKELPARAM(width, height));
     toolbar_.itemWidths.clear();
     for (int i = 0; i < toolbar_.count(); ++i) {
       RECT r{};

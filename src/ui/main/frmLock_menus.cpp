@@ -116,7 +116,7 @@ void openSettings(Program& program) {
 
 void saveSettings(Program& program) {
   vbLock_mod::SaveLockSettings(program);
-  if (frmControls* const panel = program.frmControls.ifLoaded()) panel->refresh();
+  if (frmControls* const panel = program.frmControls.ifLoaded()) panel->SetupSolventList();
 }
 
 // The present file is copied first, so that what the program never writes goes along.

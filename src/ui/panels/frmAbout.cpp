@@ -29,9 +29,7 @@ std::string storedText(const std::string& raw) {
 
 } // namespace
 
-frmAbout::frmAbout(Program& program)
-    : Form(program.desktop, "frmAbout", {.resizable = false, .toolWindow = true, .iconName = ""}),
-      program_(program) {
+frmAbout::frmAbout(Program& program) : Form(program.desktop, "frmAbout"), program_(program) {
   design();
   bindEvents();
 }

@@ -19,9 +19,7 @@ std::int16_t between(std::int16_t low, std::int16_t value, std::int16_t high) {
 
 } // namespace
 
-frmAmpl::frmAmpl(Program& program)
-    : Form(program.desktop, "frmAmpl", {.resizable = false, .toolWindow = true, .iconName = ""}),
-      program_(program) {
+frmAmpl::frmAmpl(Program& program) : Form(program.desktop, "frmAmpl"), program_(program) {
   design();
   bindEvents();
 }

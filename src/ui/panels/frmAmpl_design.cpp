@@ -7,7 +7,7 @@ void frmAmpl::design() {
 
   fraDisplay.setCaption("Display");
   fraDisplay.move({120, 120, 3960, 1305});
-  lblAmpl.setCaption("Amplitude (up/dn)");
+  lblAmpl.setCaption("&Amplitude (up/dn)");
   lblAmpl.move({180, 398, 2100, 210});
   txtDispAmpl.move({2400, 330, 1110, 345});
   txtDispAmpl.setAccessibleName("Display amplitude, 1 to 16");
@@ -17,7 +17,7 @@ void frmAmpl::design() {
   updDispAmpl.setRange(16, 1, 1); // its up arrow lowers the number: a smaller full scale, a taller signal
   updDispAmpl.setAccessibleName("Step the display amplitude");
 
-  lblOffset.setCaption("Offset % (shift-up/dn)");
+  lblOffset.setCaption("&Offset % (shift-up/dn)");
   lblOffset.move({180, 863, 2100, 210});
   txtDispOffset.move({2400, 795, 1110, 345});
   txtDispOffset.setAccessibleName("Display offset in percent, -100 to 100");

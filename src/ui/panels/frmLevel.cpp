@@ -9,9 +9,7 @@ namespace {
 constexpr int kShowLockLevel = 5; // the meter's item in mnuPrefs
 }
 
-frmLevel::frmLevel(Program& program)
-    : Form(program.desktop, "frmLevel", {.resizable = false, .toolWindow = true, .iconName = ""}),
-      program_(program) {
+frmLevel::frmLevel(Program& program) : Form(program.desktop, "frmLevel"), program_(program) {
   design();
   bindEvents();
 }

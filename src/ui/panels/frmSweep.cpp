@@ -18,9 +18,7 @@ std::int32_t wholeNumber(const controls::ComboBox& box) {
 
 } // namespace
 
-frmSweep::frmSweep(Program& program)
-    : Form(program.desktop, "frmSweep", {.resizable = false, .toolWindow = true, .iconName = ""}),
-      program_(program) {
+frmSweep::frmSweep(Program& program) : Form(program.desktop, "frmSweep"), program_(program) {
   design();
   bindEvents();
 }

@@ -16,8 +16,9 @@ void frmSweep::design() {
     const char* unitCaption;
   };
   const Row rows[] = {
-      {lblWidth, "Width", cmbSweepWidth, "Sweep width in DAC units", lblWidthUnit, "DAC units"},
-      {lblSpeed, "Speed", cmbSweepSpeed, "Sweep speed in DAC units per second", lblSpeedUnit, "DAC units/s"}};
+      {lblWidth, "&Width", cmbSweepWidth, "Sweep width in DAC units", lblWidthUnit, "DAC units"},
+      {lblSpeed, "&Speed", cmbSweepSpeed, "Sweep speed in DAC units per second", lblSpeedUnit,
+       "DAC units/s"}};
   float top = 330;
   int tab = 0;
   for (const Row& row : rows) {

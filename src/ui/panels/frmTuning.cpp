@@ -41,9 +41,7 @@ std::string presetLine(const LockParameters& record, int n) {
 
 } // namespace
 
-frmTuning::frmTuning(Program& program)
-    : Form(program.desktop, "frmTuning", {.resizable = false, .toolWindow = true, .iconName = ""}),
-      program_(program) {
+frmTuning::frmTuning(Program& program) : Form(program.desktop, "frmTuning"), program_(program) {
   design();
   bindEvents();
 }

@@ -2,36 +2,36 @@
 
 void frmTuning::design() {
   setCaption("Vantrel Lock - Control Loop Tuning");
-  setInnerSize({5280, 2310});
+  setInnerSize({5520, 2310});
   mnuMain.add(0, "&Undo", nullptr);
 
   fraPresets.setCaption("Loop Parameters - Pre-Set Selections");
-  fraPresets.move({120, 120, 5040, 840});
-  lstLockChar.move({180, 330, 4680, 345});
+  fraPresets.move({120, 120, 5280, 840});
+  lstLockChar.move({180, 330, 4920, 345});
   lstLockChar.setAccessibleName("Loop parameter preset");
   lstLockChar.setTip("Presets of the settings file: number {P/I/D}");
   lstLockChar.setTabIndex(0);
 
   fraInUse.setCaption("Loop Parameters in Use");
-  fraInUse.move({120, 1080, 5040, 1110});
+  fraInUse.move({120, 1080, 5280, 1110});
   struct Column {
     controls::Label& label;
     const char* caption;
     controls::TextBox& box;
     const char* name;
   };
-  const Column columns[] = {{lblLoop_P, "Proportional (P)", txtLoop_P, "Proportional loop constant"},
-                            {lblLoop_I, "Integral (I)", txtLoop_I, "Integral loop constant"},
-                            {lblLoop_D, "Derivative (D)", txtLoop_D, "Derivative loop constant"}};
+  const Column columns[] = {{lblLoop_P, "&Proportional (P)", txtLoop_P, "Proportional loop constant"},
+                            {lblLoop_I, "&Integral (I)", txtLoop_I, "Integral loop constant"},
+                            {lblLoop_D, "&Derivative (D)", txtLoop_D, "Derivative loop constant"}};
   float left = 180;
   int tab = 1;
   for (const Column& column : columns) {
     column.label.setCaption(column.caption);
-    column.label.move({left, 330, 1440, 210});
-    column.box.move({left, 600, 1440, 345});
+    column.label.move({left, 330, 1560, 210});
+    column.box.move({left, 600, 1560, 345});
     column.box.setAccessibleName(column.name);
     column.box.setTip("Any number; Enter sends all three");
     column.box.setTabIndex(tab++);
-    left += 1440 + 180;
+    left += 1560 + 120;
   }
 }

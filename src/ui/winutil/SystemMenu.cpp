@@ -11,16 +11,14 @@ void check(Program& program, unsigned id, bool checked) {
   program.platform.windows().checkSystemItem(program.frmLock.get(), id, checked);
 }
 
-// Checks one command and unchecks the others; kSeparator, which is none of them, unchecks all.
+constexpr unsigned kNone = 0;
+
 void checkOnly(Program& program, unsigned id) {
   for (const unsigned item : {kLockOn, kLockOff, kLockHold}) check(program, item, item == id);
 }
 
 void choose(Program& program, unsigned id, int button) {
-  // The chosen one is checked first, then the others are cleared.
-  check(program, id, true);
-  for (const unsigned item : {kLockOn, kLockOff, kLockHold})
-    if (item != id) check(program, item, false);
+  checkOnly(program, id);
   program.frmLock->pressModeButton(button);
 }
 
@@ -50,7 +48,7 @@ void UpdateLockSystemMenu(Program& program) {
   case kModeLock:
     return checkOnly(program, kLockOn);
   case kModeSweep:
-    return checkOnly(program, kSeparator);
+    return checkOnly(program, kNone);
   case kModeHold:
     return checkOnly(program, kLockHold);
   default:

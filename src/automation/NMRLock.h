@@ -13,7 +13,7 @@ class NMRLock {
  public:
   explicit NMRLock(Program& program) : program_(program) {}
 
-  void ExitLockApp();     // ends the process at once, nothing is asked or saved
+  void ExitLockApp();                  // ends the process at once, nothing is asked or saved
   void ShowLockWindow();               // Pumps nothing itself; resize handlers run inside.
   std::int32_t LockSweepSpeed() const; // DAC units per second
   void putLockSweepSpeed(std::int32_t speed);

@@ -103,18 +103,18 @@ TEST_F(Modes, failAsTheHostFails) {
   EXPECT_TRUE(panel.boxes().empty());             // told to the client, not to the operator
 }
 
-TEST_F(Modes, mainWindowClosedInsideACallLivesUntilTheCallIsDone) {
-  panel.host().words[6] = 400;
-  program.frmControls->show(); // so that a window is left
+TEST_F(Windows, closedInsideACallThatWorksWithThemLiveUntilTheCallIsDone) {
+  program.frmControls->show();
   bool closed = false;
   panel.host().pumpInside = [&] {
     if (closed) return;
     closed = true;
-    panel.main().unload();
+    program.frmControls.unload();
     program.doEvents();
   };
-  EXPECT_NO_THROW(lock.StartSweep());
+  EXPECT_NO_THROW(lock.putLockSolventText("D2O"));
   EXPECT_TRUE(closed);
+  EXPECT_EQ(lock.LockSolventText(), "D2O");
 }
 
 TEST_F(Windows, showBringsTheMainWindowAndTheOpenPanels) {

@@ -4,7 +4,6 @@
 #include "core/Program.h"
 #include "core/modConvertStrToFloatVal.h"
 #include "core/vbLock_mod.h"
-#include <cfloat>
 #include <cmath>
 
 namespace vbLock_mod {
@@ -17,12 +16,12 @@ constexpr int kBuffer = 255;
 class Reader {
  public:
   std::string where(const std::string& key, const std::string& text) const {
-    return path_ + ": [" + section_ + "] " + key + "=" + text;
+    return settingName(program_, section_, key, text);
   }
 
  private:
   std::string read(const std::string& key, const char* fallback) {
-    return settings_.read(path_, section_, key, fallback, kBuffer);
+    return program_.platform.settings().read(program_.record.IniPath, section_, key, fallback, kBuffer);
   }
   template <class Convert> auto named(const std::string& key, const std::string& text, Convert convert) {
     try {
@@ -37,16 +36,19 @@ class Reader {
   }
 
  public:
-  explicit Reader(Program& program) : settings_(program.platform.settings()), path_(program.record.IniPath) {}
+  explicit Reader(Program& program) : program_(program) {}
 
   void section(const char* name) { section_ = name; }
 
-  double real(const std::string& key, const char* fallback) { return StrToFloatVal(read(key, fallback)); }
-  float single(const std::string& key, const char* fallback) {
+  double real(const std::string& key, const char* fallback) {
     const std::string text = read(key, fallback);
     const double value = StrToFloatVal(text);
-    if (std::abs(value) > FLT_MAX) base::raiseOverflow(where(key, text));
-    return static_cast<float>(value);
+    if (!std::isfinite(value)) base::raiseOverflow(where(key, text));
+    return value;
+  }
+  float single(const std::string& key, const char* fallback) {
+    const std::string text = read(key, fallback);
+    return named(key, text, [&] { return base::toSingle(StrToFloatVal(text)); });
   }
   std::int32_t whole32(const std::string& key, const char* fallback) {
     return whole(key, fallback, base::toInt32);
@@ -66,8 +68,7 @@ class Reader {
   }
 
  private:
-  ports::SettingsStore& settings_;
-  const std::string path_;
+  Program& program_;
   std::string section_;
 };
 
@@ -118,7 +119,9 @@ void loadLoop(Reader& file, LockParameters& record) {
 void loadDisplay(Reader& file, LockParameters& record) {
   file.section("Display");
   record.PlotMax = file.whole32("PlotMax", "500");
-  record.PlotMin = base::toInt32(-double(record.PlotMax));
+  if (record.PlotMax == INT32_MIN)
+    base::raiseOverflow(file.where("PlotMax", base::numberText(record.PlotMax)));
+  record.PlotMin = -record.PlotMax;
   record.PlotOffset = file.whole16("PlotOffset", "0");
   record.LogInterval = file.single("LogInterval", "60");
   record.LogFileName = file.text("LogFileName", "Lock.Log");
@@ -161,6 +164,11 @@ void loadAutoLock(Reader& file, LockParameters& record) {
 }
 
 } // namespace
+
+std::string settingName(const Program& program, const std::string& section, const std::string& key,
+                        const std::string& value) {
+  return program.record.IniPath + ": [" + section + "] " + key + "=" + value;
+}
 
 void LoadLockSettings(Program& program) {
   LockParameters& record = program.record;

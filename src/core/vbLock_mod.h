@@ -21,6 +21,9 @@ bool idleMayWait(Program& program);
 // (9), a bad UseDefaultTxRx type mismatch (13): the error names file, section, key and text, and the record
 // keeps what was read.
 void LoadLockSettings(Program& program);
+// "C:\pelorin\config\LOCK.INI: [Hardware] TxPower=200": how an error names a setting.
+std::string settingName(const Program& program, const std::string& section, const std::string& key,
+                        const std::string& value);
 // Writes the saved keys. Failures are told to the operator once, naming the file and the reason. Pumps then.
 void SaveLockSettings(Program& program);
 

@@ -1,5 +1,7 @@
+#include "base/NumberText.h"
 #include "base/Rounding.h"
 #include "core/Program.h"
+#include "core/vbLock_mod.h"
 #include "hostlink/ActiveNMRAppInterface.h"
 #include "ui/main/frmLock.h"
 #include "ui/panels/frmControls.h"
@@ -18,6 +20,7 @@ void mirrorMode(Program& program, int button, const char* status) {
   frmLock& main = program.frmLock.get();
   main.ShowSweepLabels(button == frmLock::ButtonSweep);
   main.Toolbar1.press(button);
+  ++program.cycle.modeChanges; // a mode change or procedure that is still talking to the host gives way
   program.record.LockMode = static_cast<std::int16_t>(button - 1);
   program.record.LockStatus = status;
   main.Timer1.setEnabled(button != frmLock::ButtonOff);
@@ -78,6 +81,17 @@ void mirrorHardware(Program& program, std::int32_t state) {
   }
 }
 
+// A panel that cannot be loaded is not open, whatever the settings ask for.
+void showControls(Program& program) {
+  try {
+    program.frmControls->show();
+  } catch (const base::RuntimeError&) {
+    program.frmLock->mnuControls(21).setChecked(false);
+    program.panels.ControlsShown = kFalse;
+    throw;
+  }
+}
+
 void showPreferences(Program& program) {
   LockParameters& record = program.record;
   frmLock& main = program.frmLock.get();
@@ -86,7 +100,7 @@ void showPreferences(Program& program) {
   if (record.ShowControls) {
     main.mnuControls(21).setChecked(true);
     program.panels.ControlsShown = kTrue;
-    program.frmControls->show();
+    showControls(program);
   }
   // The real trace's mark is set when the file says not to show it, the imaginary one's when it says to:
   // operators' files rely on both.
@@ -97,16 +111,32 @@ void showPreferences(Program& program) {
   if (::frmLevel* meter = program.frmLevel.ifLoaded()) meter->hide();
 }
 
+// Where the field centre stands on the scroll bar, four DAC units a step. A centre that the bar cannot show
+// is refused before the record or the hardware takes it.
+std::int16_t centrePosition(Program& program) {
+  const controls::ScrollBar& bar = program.frmLock->hsCenter;
+  const std::int32_t centre = program.record.FieldCenter;
+  const double position = base::roundHalfEven(centre / 4.0);
+  if (position >= bar.minimum() && position <= bar.maximum()) return static_cast<std::int16_t>(position);
+  const std::string where =
+      vbLock_mod::settingName(program, "Hardware", "FieldCenter", base::numberText(centre));
+  if (position < INT16_MIN || position > INT16_MAX) base::raiseOverflow(where);
+  base::raiseInvalidValue(where);
+}
+
 } // namespace
 
 void ApplyLockParameters(Program& program) {
   LockParameters& record = program.record;
   const std::int32_t state = GetLockHardwareState(program);
+  const std::int16_t centre = centrePosition(program);
   record.SweepSpeedNow = record.SweepSpeed;
   record.FieldCenterNow = record.FieldCenter;
   SetSweepWidth(program, record.SweepWidth);
-  program.frmLock->hsCenter.setValue(base::toInt16(record.FieldCenter / 4.0));
-  if (record.PlotMax <= 0) base::raiseInvalidCall("PlotMax");
+  program.frmLock->hsCenter.setValue(centre);
+  if (record.PlotMax <= 0)
+    base::raiseInvalidCall(
+        vbLock_mod::settingName(program, "Display", "PlotMax", base::numberText(record.PlotMax)));
   record.AmplitudeExponent = base::toInt16(std::log(record.PlotMax) / std::log(2.0));
   mirrorHardware(program, state);
   program.frmLock->showStatus();

@@ -7,7 +7,9 @@
 #include "display/LockKeys.h"
 #include "hostlink/ActiveNMRAppInterface.h"
 #include "ui/main/frmLock.h"
+#include "ui/panels/panel_window.h"
 #include "ui/winutil/stay_on_top.h"
+#include <cmath>
 
 using namespace ActiveNMRAppInterface;
 
@@ -47,49 +49,52 @@ void frmControls::bindTyped(controls::TextBox& box, void (frmControls::*lostFocu
 
 void frmControls::Form_Load() {
   LockParameters& record = program_.record;
-  program_.panels.ControlsOpen = kTrue;
   loading_ = true;
-  if (record.NMRControlsLeft == -1.0F)
-    centreOnScreen();
-  else
-    move({record.NMRControlsLeft, record.NMRControlsTop, width(), height()});
+  placePanel(program_, *this, kControlsPanel);
   txtTxPwr.setText(base::numberText(record.TxPower));
   snapshot_ = {record.TxPower,    double(record.RxGain), double(record.LockPhase), record.Frequency,
                record.SolventPPM, record.LockSolvent,    record.RxFilterIndex};
   stay_on_top::SetStayOnTop(*this, record.StayOnTop);
   txtSolventPPM.setText(base::numberText(record.SolventPPM));
   txtLockFreq.setText(base::numberText(record.Frequency));
-  showPhase();
-  vsTxPwr.setValue(base::toInt32(record.TxPower * 2));
-  vsRxGain.setValue(record.RxGain);
+  showHardwareValues();
   SetupSolventList();
   filterOption().setValue(true);
   loading_ = false;
+  program_.panels.ControlsOpen = kTrue;
 }
 
-void frmControls::Form_Unload() {
-  if (::frmLock* main = program_.frmLock.ifLoaded()) main->mnuControls(21).setChecked(false);
-  program_.panels.ControlsShown = kFalse;
-  program_.record.NMRControlsTop = top();
-  program_.record.NMRControlsLeft = left();
-  program_.panels.ControlsOpen = kFalse;
-}
+void frmControls::Form_Unload() { panelClosed(program_, *this, kControlsPanel); }
 
 void frmControls::Form_KeyDown(std::int16_t& keyCode, std::int16_t shift) {
   HandleLockKey(program_, keyCode, shift);
 }
 
-// The file may hold 0..360; the panel shows -180..180.
-void frmControls::showPhase() {
-  std::int32_t& phase = program_.record.LockPhase;
-  if (phase > 180) phase -= 360;
-  vsPhase.setValue(phase);
+// A value that its bar cannot show is named as the settings file has it.
+void frmControls::showHardwareValues() {
+  LockParameters& record = program_.record;
+  const auto show = [this](controls::ScrollBar& bar, const char* key, const std::string& value,
+                           auto position) {
+    try {
+      bar.setValue(position());
+    } catch (const base::RuntimeError& error) {
+      throw base::RuntimeError(error.number, error.text,
+                               vbLock_mod::settingName(program_, "Hardware", key, value));
+    }
+  };
+  const std::string phase = base::numberText(record.LockPhase);
+  if (record.LockPhase > 180) record.LockPhase -= 360; // the file may hold 0..360, the panel shows -180..180
+  show(vsPhase, "LockPhase", phase, [&] { return record.LockPhase; });
+  show(vsTxPwr, "TxPower", base::numberText(record.TxPower),
+       [&] { return base::toInt32(record.TxPower * 2); });
+  show(vsRxGain, "RxGain", base::numberText(record.RxGain), [&] { return record.RxGain; });
 }
 
 controls::OptionButton& frmControls::filterOption() {
   const auto index = static_cast<std::size_t>(program_.record.RxFilterIndex);
   if (index >= optBW.size())
-    base::raiseSubscript("RxFilterIndex=" + base::numberText(program_.record.RxFilterIndex));
+    base::raiseSubscript(vbLock_mod::settingName(program_, "Hardware", "RxFilterIndex",
+                                                 base::numberText(program_.record.RxFilterIndex)));
   return optBW[index];
 }
 
@@ -195,7 +200,9 @@ void frmControls::txtPhase_LostFocus() {
 }
 
 void frmControls::txtLockFreq_LostFocus() {
-  program_.record.Frequency = StrToFloatVal(txtLockFreq.text());
+  const double typed = StrToFloatVal(txtLockFreq.text()); // not a number: 0
+  if (!std::isfinite(typed)) base::raiseOverflow(txtLockFreq.accessibleName());
+  program_.record.Frequency = typed;
   SetLockFrequency(program_, program_.record.Frequency);
 }
 
@@ -230,9 +237,7 @@ void frmControls::undo() {
   record.RxFilterIndex = snapshot_.RxFilterIndex;
   txtSolventPPM.setText(base::numberText(record.SolventPPM));
   txtLockFreq.setText(base::numberText(record.Frequency));
-  showPhase();
-  vsTxPwr.setValue(base::toInt32(record.TxPower * 2));
-  vsRxGain.setValue(record.RxGain);
+  showHardwareValues();
   cmbSolvents.setText(record.LockSolvent);
   filterOption().setValue(true);
   loading_ = false;

@@ -62,7 +62,7 @@ class frmControls : public controls::Form {
   void bindEvents();
   void bindTyped(controls::TextBox& box, void (frmControls::*lostFocus)());
   controls::OptionButton& filterOption();
-  void showPhase();
+  void showHardwareValues();
   void changed(std::int16_t& pending);
   void rearmSweep();
   void recomputeSweepOffset();

@@ -26,6 +26,8 @@ void frmControls::design() {
   lblFrequency.move({180, 1170, 1440, kText});
   txtLockFreq.move({1680, 1110, 1440, kBox});
   txtLockFreq.setText("46.042635");
+  txtSolventPPM.setAccessibleName("Solvent shift in ppm");
+  txtLockFreq.setAccessibleName("Lock frequency in MHz");
 
   fraHardware.setCaption("Hardware");
   fraHardware.move({kMargin, 1800, 4560, 3480});

@@ -4,9 +4,11 @@
 #include "base/Rounding.h"
 #include "core/Program.h"
 #include "core/modConvertStrToFloatVal.h"
+#include "core/vbLock_mod.h"
 #include "display/PlotScale.h"
 #include "hostlink/ActiveNMRAppInterface.h"
 #include "ui/panels/frmControls.h"
+#include "ui/panels/panel_window.h"
 
 namespace {
 
@@ -33,9 +35,9 @@ template <class Store>
 bool readTable(Program& program, const std::string& section, const char* fallback, Store store) {
   const std::vector<std::string> keys = keysOf(program, section);
   for (std::size_t i = 0; i < keys.size(); ++i) {
-    const std::string& path = program.record.IniPath;
-    const std::string text = program.platform.settings().read(path, section, keys[i], fallback, kBuffer);
-    const std::string where = path + ": [" + section + "] " + keys[i] + "=" + text;
+    const std::string text =
+        program.platform.settings().read(program.record.IniPath, section, keys[i], fallback, kBuffer);
+    const std::string where = vbLock_mod::settingName(program, section, keys[i], text);
     if (i >= program.solvents.Shift.size()) base::raiseSubscript(where);
     try {
       store(i, keys[i], text);
@@ -44,6 +46,20 @@ bool readTable(Program& program, const std::string& section, const char* fallbac
     }
   }
   return !keys.empty();
+}
+
+// Uses entry i of a section's table; a value that does not fit is named as the settings file has it.
+template <class Use> void useEntry(Program& program, const std::string& section, std::size_t i, Use use) {
+  try {
+    use();
+  } catch (const base::RuntimeError& error) {
+    const std::vector<std::string> keys = keysOf(program, section);
+    if (i >= keys.size()) throw; // the file changed since the table was read
+    const std::string text =
+        program.platform.settings().read(program.record.IniPath, section, keys[i], "", kBuffer);
+    throw base::RuntimeError(error.number, error.text,
+                             vbLock_mod::settingName(program, section, keys[i], text));
+  }
 }
 
 } // namespace
@@ -78,19 +94,22 @@ void frmControls::cmbSolvents_Click() {
   LockParameters& record = program_.record;
   const SolventTables& tables = program_.solvents;
   txtSolventPPM.setText(base::numberText(tables.Shift[i]));
-  record.SolventPPM = base::toSingle(txtSolventPPM.text());
+  useEntry(program_, "Solvents", i, [&] { record.SolventPPM = base::toSingle(txtSolventPPM.text()); });
   record.LockSolvent = cmbSolvents.text();
   record.Frequency = PlotScale::SolventLockFrequency(program_, record.SolventPPM);
   txtLockFreq.setText(base::numberText(record.Frequency));
   ActiveNMRAppInterface::SetLockFrequency(program_, record.Frequency);
-  if (tables.RxGainPresent) vsRxGain.setValue(tables.RxGain[i]);
-  if (tables.TxPowerPresent) vsTxPwr.setValue(base::toInt32(2 * tables.TxPower[i]));
+  if (tables.RxGainPresent)
+    useEntry(program_, "Solvents_RxGain", i, [&] { vsRxGain.setValue(tables.RxGain[i]); });
+  if (tables.TxPowerPresent)
+    useEntry(program_, "Solvents_TxPwr", i, [&] { vsTxPwr.setValue(base::toInt32(2 * tables.TxPower[i])); });
 }
 
 void frmControls::txtSolventPPM_LostFocus() {
   if (!base::isNumeric(txtSolventPPM.text())) return refuse(txtSolventPPM);
   // The stored shift stays: a typed one only retunes the lock.
-  const auto ppm = static_cast<float>(StrToFloatVal(txtSolventPPM.text()));
+  const float ppm =
+      typedNumber(txtSolventPPM, [&] { return base::toSingle(StrToFloatVal(txtSolventPPM.text())); });
   program_.record.Frequency = PlotScale::SolventLockFrequency(program_, ppm);
   txtLockFreq.setText(base::numberText(program_.record.Frequency));
   ActiveNMRAppInterface::SetLockFrequency(program_, program_.record.Frequency);

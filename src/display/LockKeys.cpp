@@ -47,16 +47,18 @@ void stepDisplay(Program& program, std::int16_t& keyCode, std::int16_t shift) {
 
 void scaleThreshold(Program& program, double small, double large) {
   const double factor = program.autoLock.NoiseThreshold < 10 ? small : large;
+  // The next noise measurement keeps the operator's choice. A factor past its range is refused: saved, it
+  // would keep the next start from reading the settings.
+  const float kept = base::toSingle(program.record.PeakThresholdFactor * factor);
   program.autoLock.NoiseThreshold *= factor;
-  // The next noise measurement keeps the operator's choice.
-  program.record.PeakThresholdFactor = static_cast<float>(program.record.PeakThresholdFactor * factor);
+  program.record.PeakThresholdFactor = kept;
 }
 
 void thresholdToTop(Program& program) {
   AutoLockState& state = program.autoLock;
   const double top = program.cursor.PlotTop;
   program.record.PeakThresholdFactor =
-      static_cast<float>(top / state.NoiseThreshold * program.record.PeakThresholdFactor);
+      base::toSingle(top / state.NoiseThreshold * program.record.PeakThresholdFactor);
   state.NoiseThreshold = top;
   state.ThresholdShown = true;
 }

@@ -1,7 +1,9 @@
 #include "display/PlotScale.h"
 #include "base/NumberText.h"
 #include "base/Rounding.h"
+#include "base/RuntimeError.h"
 #include "core/Program.h"
+#include "core/vbLock_mod.h"
 #include "engine/AutoLock.h"
 #include "ui/main/frmLock.h"
 #include <cmath>
@@ -104,6 +106,10 @@ std::optional<std::string> FormatAxisValue(const Program& program, float x) {
 double SolventLockFrequency(const Program& program, float ppm) {
   const LockParameters& record = program.record;
   double f = ((ppm - record.ProtonDelta) * 1e-6 + 1) * record.ProtonFreq / record.GammaRatio;
+  // GammaRatio 0 leaves no number that could be sent.
+  if (!std::isfinite(f))
+    base::raiseOverflow(
+        vbLock_mod::settingName(program, "System", "GammaRatio", base::numberText(record.GammaRatio)));
   f = base::Int(f * 1e7) / 1e7; // the synthesizer steps by 0.1 Hz
   return f + record.SidebandFreq * 1e-6;
 }

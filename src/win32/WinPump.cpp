@@ -46,18 +46,25 @@ void pass(const MSG& message) {
 } // namespace
 
 int WinPump::doEvents() {
+  struct Depth {
+    explicit Depth(int& d) : depth(d) { ++depth; }
+    ~Depth() { --depth; }
+    int& depth;
+  } inside(depth_);
   MSG message;
   while (!quit_ && PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
     if (message.message == WM_QUIT) {
       quit_ = true;
       break;
     }
+    windows_.settleFocus(); // a message sent by the system may have moved it
     deliver(message);
     windows_.settleFocus();
     // A timer comes only when nothing else waits. A host slower than the timer would never let this loop end.
     if (message.message == WM_TIMER) break;
   }
-  if (windows_.moveWaits()) windows_.settleFocus();
+  // Asking for the native focus has its price: not in every turn of a tick.
+  if (depth_ == 1 || windows_.moveWaits()) windows_.settleFocus();
   controls::Desktop* desktop = windows_.desktop();
   if (desktop) desktop->emptyGraveyard();
   return desktop && !quit_ ? desktop->loadedForms() : 0;

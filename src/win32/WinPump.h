@@ -15,6 +15,7 @@ class WinPump : public ports::Pump {
   void deliver(MSG& message);
   WinWindowSystem& windows_;
   bool quit_ = false;
+  int depth_ = 0;
 };
 
 } // namespace win32

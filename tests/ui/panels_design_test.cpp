@@ -20,8 +20,11 @@ class PanelDesign : public testing::Test {
   void SetUp() override { p.started(); }
   std::vector<controls::Form*> windows() {
     Program& program = p.program();
-    return {&program.frmAmpl.get(), &program.frmSweep.get(), &program.frmTuning.get(),
-            &program.frmLevel.get(), &program.frmAbout.get()};
+    std::vector<controls::Form*> all{&program.frmAmpl.get(), &program.frmSweep.get(),
+                                     &program.frmTuning.get(), &program.frmLevel.get(),
+                                     &program.frmAbout.get()};
+    for (controls::Form* form : all) form->show(); // the window system has its say about the size
+    return all;
   }
   template <class Visit>
   void forEachContainer(const controls::Container& in, float width, float height, Visit visit) {

@@ -2,8 +2,8 @@
 
 void frmAmpl::design() {
   setCaption("Vantrel Lock - Display Controls");
+  mnuMain.add(0, "&Undo", nullptr); // before the size: the menu bar is part of it
   setInnerSize({4200, 1545});
-  mnuMain.add(0, "&Undo", nullptr);
 
   fraDisplay.setCaption("Display");
   fraDisplay.move({120, 120, 3960, 1305});

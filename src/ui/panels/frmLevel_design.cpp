@@ -7,7 +7,7 @@ constexpr float kBarHeight = 4320;
 // Made to be read from across the room: a broad bar on a dark ground, and the level as a large figure.
 void frmLevel::design() {
   setCaption("Lock");
-  setInnerSize({2760, 5880});
+  setInnerSize({2760, 5700});
 
   picRed.move({180, 180, 1260, kBarHeight});
   picRed.setScale(0, 0, 1260, kBarHeight);
@@ -25,7 +25,7 @@ void frmLevel::design() {
   showScale();
 
   txtLockLevel.setFont({.points = 36, .bold = true});
-  txtLockLevel.move({180, 4620, 2400, 1080});
+  txtLockLevel.move({180, 4620, 2400, 900});
   txtLockLevel.setAccessibleName("Lock level");
   txtLockLevel.setText("0");
   txtLockLevel.setTabIndex(0);

@@ -2,8 +2,8 @@
 
 void frmSweep::design() {
   setCaption("Vantrel Lock - Sweep Controls");
+  mnuMain.add(0, "&Undo", nullptr); // before the size: the menu bar is part of it
   setInnerSize({4800, 1545});
-  mnuMain.add(0, "&Undo", nullptr);
 
   fraSweep.setCaption("Sweep Control");
   fraSweep.move({120, 120, 4560, 1305});

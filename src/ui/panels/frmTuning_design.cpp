@@ -2,8 +2,8 @@
 
 void frmTuning::design() {
   setCaption("Vantrel Lock - Control Loop Tuning");
+  mnuMain.add(0, "&Undo", nullptr); // before the size: the menu bar is part of it
   setInnerSize({5520, 2310});
-  mnuMain.add(0, "&Undo", nullptr);
 
   fraPresets.setCaption("Loop Parameters - Pre-Set Selections");
   fraPresets.move({120, 120, 5280, 840});

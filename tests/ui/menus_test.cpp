@@ -180,6 +180,17 @@ TEST_F(Menus, saveAsCopiesTheFileFirstAndGoesOnWithTheNewOne) {
   EXPECT_EQ(p.main().caption(), std::string("Talvane Lock Control - ") + kOther);
 }
 
+TEST_F(Menus, aNewNameIsShownThoughTheHardwareRefusesTheSolventsFrequency) {
+  p.menu("Controls/NMR Controls");
+  p.host().fail(198);
+  p.platform.dialogs().expectSaveFile(kOther);
+  p.expectBox(headless::kAnyText, ports::Answer::Ok);
+  p.menu("File/Save Settings As");
+  p.host().failNever();
+  EXPECT_EQ(p.record().IniPath, kOther);
+  EXPECT_EQ(p.main().caption(), std::string("Talvane Lock Control - ") + kOther);
+}
+
 TEST_F(Menus, saveAsUnderTheCurrentNameSavesWithoutCopying) {
   p.record().RxGain = 4321;
   p.platform.dialogs().expectSaveFile(Panel::kIniPath);

@@ -91,6 +91,17 @@ void showFileName(Program& program) {
   program.frmLock->setCaption("Talvane Lock Control - " + program.record.IniPath);
 }
 
+// The file is the one in use, whatever the hardware says to its values.
+template <class F> void thenShowFileName(Program& program, F&& act) {
+  try {
+    act();
+  } catch (const base::RuntimeError&) {
+    showFileName(program);
+    throw;
+  }
+  showFileName(program);
+}
+
 void openSettings(Program& program) {
   const auto chosen = program.platform.dialogs().openFile(settingsDialog(false));
   if (!chosen) return;
@@ -105,13 +116,7 @@ void openSettings(Program& program) {
     tell(program, error.message());
     return;
   }
-  try {
-    ActiveNMRAppInterface::ApplyLockParameters(program);
-  } catch (const base::RuntimeError&) {
-    showFileName(program); // the file is loaded, whatever the hardware said
-    throw;
-  }
-  showFileName(program);
+  thenShowFileName(program, [&] { ActiveNMRAppInterface::ApplyLockParameters(program); });
 }
 
 void saveSettings(Program& program) {
@@ -130,8 +135,7 @@ void saveSettingsAs(Program& program) {
     return;
   }
   program.record.IniPath = *chosen;
-  saveSettings(program);
-  showFileName(program);
+  thenShowFileName(program, [&] { saveSettings(program); });
 }
 
 void resend(Program& program) {

@@ -41,7 +41,7 @@ bool stepOutOfPhase(Program& program, std::int32_t phaseWord) {
   AutoLockState& state = program.autoLock;
   if (!state.PhaseSeenInPhase) state.PhaseRepeatCount = 1;
   if (state.PhaseStep > kFineStep) {
-    state.PhaseStep = 5 * static_cast<float>(state.PhaseDiff) / state.PhaseThreshold;
+    state.PhaseStep = static_cast<float>(5.0 * state.PhaseDiff / state.PhaseThreshold);
   } else if (state.PhaseDiff < state.PrevPhaseDiff && state.PrevPhaseDiff != 0 && !state.PhaseSeenInPhase) {
     state.PhaseStep -= 1;
   }
@@ -66,13 +66,17 @@ bool stepInPhase(Program& program, std::int32_t phaseWord) {
     return false;
   }
   // In phase at the very first comparison: the operator decides, AutoLock simply goes on.
-  if (program.record.LockMode == kModePhase &&
-      program.platform.dialogs().message("It seems in phase, Continue anyway?",
-                                         program.platform.version().title, ports::Buttons::YesNo,
-                                         ports::Icon::None) == ports::Answer::Yes) {
-    state.PhaseStep = 1;
-    state.PhaseRepeatCount = 1;
-    return false;
+  if (program.record.LockMode == kModePhase) {
+    const std::uint32_t entered = program.cycle.modeChanges;
+    const ports::Answer answer = program.platform.dialogs().message("It seems in phase, Continue anyway?",
+                                                                    program.platform.version().title,
+                                                                    ports::Buttons::YesNo, ports::Icon::None);
+    if (program.cycle.modeChanges != entered) return false; // the answer is to a run that has been left
+    if (answer == ports::Answer::Yes) {
+      state.PhaseStep = 1;
+      state.PhaseRepeatCount = 1;
+      return false;
+    }
   }
   forgetPhasing(state);
   return true;
@@ -92,7 +96,7 @@ bool AutoPhaseStep(Program& program, std::int32_t phaseWord, double peakMagnitud
   state.PhaseDiff = base::toInt32(std::abs(double(state.DownPhaseWord) - phaseWord));
   state.averageMagnitude = (state.downPhaseMagnitude + peakMagnitude) / 2;
   state.PhaseThreshold = static_cast<float>(program.record.PhaseThresholdFactor * state.averageMagnitude);
-  const bool outOfPhase = state.PhaseThreshold <= static_cast<float>(state.PhaseDiff);
+  const bool outOfPhase = double(state.PhaseThreshold) <= state.PhaseDiff;
   const bool finished = outOfPhase ? stepOutOfPhase(program, phaseWord) : stepInPhase(program, phaseWord);
   state.PrevPhaseDiff = state.PhaseDiff;
   return finished;

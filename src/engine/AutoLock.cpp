@@ -104,6 +104,7 @@ bool MeasureNoise(Program& program) {
   AutoLockState& state = program.autoLock;
   const std::uint32_t entered = program.cycle.modeChanges;
   if (state.noiseCount == 0) setSweepPanel(program, kNoiseSweepSpeed, kNoiseSweepWidth);
+  if (program.cycle.modeChanges != entered) return false;
   applyCentre(program, nextNoiseField(program));
   if (program.cycle.modeChanges != entered) return false;
   if (state.noiseCount < kNoiseSamples) {
@@ -111,15 +112,16 @@ bool MeasureNoise(Program& program) {
     const std::int32_t power = ActiveNMRAppInterface::HostGetLockData(program, 6);
     if (program.cycle.modeChanges != entered) return false;
     state.NoisePower = power;
-    ActiveNMRAppInterface::LockModeAuto(program);
     state.noiseSamples[static_cast<std::size_t>(state.noiseCount++)] = power;
+    ActiveNMRAppInterface::LockModeAuto(program);
     return false;
   }
   state.NoisePower = trimmedMean(state.noiseSamples);
   state.noiseCount = 0;
   setSweepPanel(program, program.record.AutoLockSweepSpeed, program.record.AutoLockSweepWidth);
+  if (program.cycle.modeChanges != entered) return false;
   state.SearchCount = state.SearchDirection = 0;
-  return program.cycle.modeChanges == entered;
+  return true;
 }
 
 bool LocatePeak(Program& program, std::int32_t position, double magnitude, double tolerance) {

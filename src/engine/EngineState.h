@@ -11,8 +11,9 @@ struct CycleState {
   std::int16_t SweepTurnCount = 0;
   std::int32_t PeakPower = 0, PeakPhaseWord = 0;
   double PeakLevel = 0;
-  std::uint32_t modeChanges =
-      0; // counts mode buttons: tells a routine that yielded whether a newer press overtook it
+  // Counts mode buttons, and modes taken over from the hardware: tells a routine that yielded whether a newer
+  // change overtook it.
+  std::uint32_t modeChanges = 0;
   LockSampleArray LockSample{}; // the words of the last read made by a mode change
 };
 

@@ -35,8 +35,10 @@ void SendSweepSettings(Program& program) {
 }
 
 void SampleLockData(Program& program) {
+  const std::uint32_t entered = program.cycle.modeChanges;
   HostSetLockFrequency(program, program.record.Frequency + kProbeOffset);
-  HostSetLockMode(program, 7);
+  // A mode button pressed meanwhile has set the hardware's mode; only the frequency is still put back.
+  if (program.cycle.modeChanges == entered) HostSetLockMode(program, 7);
   HostSetLockFrequency(program, program.record.Frequency);
   LockSampleArray sample{};
   ReadLockData(program, sample); // the read itself is what settles the sample; its words are not used here
@@ -48,7 +50,9 @@ void HoldAtField(Program& program, std::int32_t field) {
 }
 
 void LockModeOff(Program& program) {
+  const std::uint32_t entered = program.cycle.modeChanges;
   HoldAtField(program, program.record.FieldCenterNow);
+  if (program.cycle.modeChanges != entered) return; // a newer mode button has the hardware now
   HostSetLockMode(program, 0);
   vbLock_mod::LockCycle(program); // the display shows the new state without waiting for the timer
 }

@@ -23,6 +23,7 @@ void ConnectHost(Program& program) {
   }
   frmLock& main = program.frmLock.get();
   if (!main.Toolbar1.isPressed(frmLock::ButtonOff)) return;
+  ++program.cycle.modeChanges;
   program.record.LockMode = kModeOff;
   main.Timer1.setEnabled(false);
   main.hsCenter.setEnabled(true);

@@ -18,7 +18,6 @@ namespace {
 constexpr float kMinWidth = 5200;   // twips: the six mode buttons and the centre box
 constexpr float kMinPlot = 100;     // twips: below, the window grows by as much
 constexpr float kVisiblePlot = 200; // twips: below, nothing could be read in the plot
-constexpr int kTimerMs = 10;
 
 template <class Visit> void forShownPanels(Program& program, Visit visit) {
   const auto each = [&](std::int16_t shown, controls::Form* panel) {
@@ -138,6 +137,7 @@ void frmLock::Form_KeyUp(std::int16_t, std::int16_t) {
 void frmLock::Picture1_Resize() { PlotScale::SetupPlot(program_); }
 
 void frmLock::Timer1_Timer() {
+  if (changingMode_ > 0) return;
   program_.doEvents();
   vbLock_mod::LockCycle(program_);
   program_.doEvents();

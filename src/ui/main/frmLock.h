@@ -14,6 +14,7 @@ class frmLock : public controls::Form {
  public:
   explicit frmLock(Program& program);
 
+  static constexpr int kTimerMs = 10; // interval of Timer1
   // Toolbar buttons, in order.
   enum ModeButton { ButtonOff = 1, ButtonLock, ButtonSweep, ButtonHold, ButtonAuto, ButtonPhase };
 
@@ -31,7 +32,7 @@ class frmLock : public controls::Form {
   controls::TextBox txtCenter{*this, "txtCenter"};
   controls::Label lblCenterUnit{*this, "lblCenterUnit"};
   controls::StatusBar StatusBar1{*this, "StatusBar1", {"00000 ", "00000 ", "00000 ", "OFF"}};
-  controls::Timer Timer1{*this, 10};
+  controls::Timer Timer1{*this, kTimerMs};
 
   controls::MenuArray mnuMenuBar{*this, "mnuMenuBar"}, mnuFile{*this, "mnuFile"}, mnuEdit{*this, "mnuEdit"},
       mnuPrefs{*this, "mnuPrefs"}, mnuUnits{*this, "mnuUnits"}, mnuControls{*this, "mnuControls"},
@@ -72,8 +73,10 @@ class frmLock : public controls::Form {
   void Toolbar1_MouseMove(float x);
   void layOutCentreRow();
 
-  // Mode changes. Each is true when the common ending follows. All pump.
+  // Mode changes. Each is true when the common ending follows. All pump. Their parts that are true or false
+  // are false when a newer press came in between.
   struct WereDown;
+  struct Changing;
   bool modeOff(const WereDown& were);
   bool modeLock(const WereDown& were);
   bool modeSweep(const WereDown& were);
@@ -84,14 +87,15 @@ class frmLock : public controls::Form {
   enum class SweepOffset { Add, Remove };
   void shiftTxPower(SweepOffset direction);
   void sendTypedTxPower();
-  void selectFilter(std::int16_t choice);
+  bool selectFilter(const WereDown& were, std::int16_t choice);
   void sendFilter(std::int16_t choice);
   void sendRxFilter();
-  void sendSampleSettings();
-  void SetAutoLockSweep();
+  bool sendSampleSettings(const WereDown& were);
+  bool SetAutoLockSweep(const WereDown& were);
   void useSolventDefaults();
   void beginAutoProcedures();
-  void recentreScrollBar();
+  bool recentreScrollBar(const WereDown& were);
+  void startTimer();
   void moveScrollBarToField();
   void markDown(int mode, int last = 3);
   std::int32_t noiseOnEntry();
@@ -120,6 +124,7 @@ class frmLock : public controls::Form {
   void mnuHelp_Click();
 
   Program& program_;
+  int changingMode_ = 0;                           // mode changes that are under way, one inside the other
   bool exitFromMenu_ = false, saveOnExit_ = false; // ExitFromMenu, SaveOnExit
   float clickX_ = 0;                               // last mouse-down on the plot, cut to a whole number
   std::int16_t readoutVisible_ = 0, readoutFontSize_ = 0;

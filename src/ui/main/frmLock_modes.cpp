@@ -24,9 +24,20 @@ struct frmLock::WereDown {
         sweep(p.record.ModeButtonDown[2] == 1), hold(p.record.ModeButtonDown[3] == 1) {}
   bool lockOrHold() const { return lock || hold; }
   bool overtaken() const { return program.cycle.modeChanges != press; }
+  // Runs the steps in order, each of which may let a newer press in; false as soon as one has.
+  template <class... Step> bool steps(Step&&... step) const { return ((step(), !overtaken()) && ...); }
   Program& program;
   std::uint32_t press;
   bool lock, sweep, hold;
+};
+
+// No tick starts before a mode change is complete: it would judge the new mode with the old one's state.
+struct frmLock::Changing {
+  explicit Changing(int& count) : running(count) { ++running; }
+  ~Changing() { --running; }
+  Changing(const Changing&) = delete;
+  Changing& operator=(const Changing&) = delete;
+  int& running;
 };
 
 void frmLock::pressModeButton(int button) {
@@ -36,6 +47,7 @@ void frmLock::pressModeButton(int button) {
 
 void frmLock::Toolbar1_ButtonClick(int button) {
   const WereDown were(program_);
+  const Changing changing(changingMode_);
   if (program_.record.Testing) program_.record.DeltaTxPwr = 0;
   base::ignoringErrors([&] { HostSetLockedFlag(program_, 0); });
   if (were.overtaken()) return;
@@ -87,10 +99,9 @@ bool frmLock::modeOff(const WereDown& were) {
   hsCenter.setEnabled(true);
   record.PreviousLockMode = record.LockMode;
   record.LockMode = kModeOff;
-  if (record.PreviousLockMode == kModeLock && record.LockState == kLocked) recentreScrollBar();
-  if (were.overtaken()) return false;
-  LockModeOff(program_);
-  if (were.overtaken()) return false;
+  if (record.PreviousLockMode == kModeLock && record.LockState == kLocked && !recentreScrollBar(were))
+    return false;
+  if (!were.steps([&] { LockModeOff(program_); })) return false;
   record.LockStatus = "OFF";
   if (were.sweep) shiftTxPower(SweepOffset::Remove);
   markDown(kModeOff);
@@ -101,31 +112,29 @@ bool frmLock::modeOff(const WereDown& were) {
 bool frmLock::modeLock(const WereDown& were) {
   LockParameters& record = program_.record;
   if (!were.lockOrHold()) beginLockPlot();
-  selectFilter(record.LockHoldRxFilter);
+  if (!selectFilter(were, record.LockHoldRxFilter)) return false;
   // The AutoLock mark stays once set, so every Lock after an AutoLock takes the sweep's offset off again.
   if (record.ModeButtonDown[kModeSweep] == 1 || record.ModeButtonDown[kModeAuto] == 1)
     shiftTxPower(SweepOffset::Remove);
-  sendTypedTxPower();
-  if (were.overtaken()) return false;
-  markDown(kModeLock);
+  markDown(kModeLock); // with the offset: a press that overtakes this one must find both as they are now
+  if (!were.steps([&] { sendTypedTxPower(); })) return false;
   ShowAutoReadouts(false);
   record.LockMode = kModeLock; // PreviousLockMode stays: AutoPhase returns to the mode before this one
   record.LockStatus = "HOLD";
   record.LockState = kJustEntered;
-  Timer1.setEnabled(true);
+  startTimer();
   hsCenter.setEnabled(false);
   if (record.Initializing) return false;
   if (!were.lockOrHold()) PlotScale::SetupPlot(program_);
-  sendSampleSettings();
-  if (were.overtaken()) return false;
-  ReadLockData(program_, program_.cycle.LockSample);
-  if (were.overtaken()) return false;
-  HoldAtField(program_, record.FieldCenter);
-  vbLock_mod::deriveThresholds(program_, noiseOnEntry());
-  if (were.overtaken()) return false;
-  SendLoopConstants(program_);
-  if (record.LogEnabled) LockLog::WriteLogHeader(program_);
-  if (were.overtaken()) return false;
+  if (!sendSampleSettings(were)) return false;
+  std::int32_t noise = 1;
+  const bool measured =
+      were.steps([&] { ReadLockData(program_, program_.cycle.LockSample); },
+                 [&] { HoldAtField(program_, record.FieldCenter); }, [&] { noise = noiseOnEntry(); });
+  if (!measured) return false;
+  vbLock_mod::deriveThresholds(program_, noise);
+  if (!were.steps([&] { SendLoopConstants(program_); })) return false;
+  if (record.LogEnabled && !were.steps([&] { LockLog::WriteLogHeader(program_); })) return false;
   LockModeOn(program_);
   return true;
 }
@@ -135,83 +144,74 @@ bool frmLock::modeSweep(const WereDown& were) {
   record.PreviousLockMode = record.LockMode;
   record.LockMode = kModeSweep;
   record.LockStatus = "SWEEP";
-  Timer1.setEnabled(true);
+  startTimer();
   hsCenter.setEnabled(true);
   const bool wasLocked = record.PreviousLockMode == kModeLock && record.LockState == kLocked;
-  if (wasLocked || record.PreviousLockMode == kModeHold) recentreScrollBar();
-  if (were.overtaken()) return false;
+  if ((wasLocked || record.PreviousLockMode == kModeHold) && !recentreScrollBar(were)) return false;
   beginPlot();
   if (!record.Testing) showImaginary(kFalse, false);
-  selectFilter(record.SweepRxFilter);
+  if (!selectFilter(were, record.SweepRxFilter)) return false;
   const auto& down = record.ModeButtonDown;
   if (down[kModeLock] == 1 || down[kModeHold] == 1 || down[kModeOff] == 1) shiftTxPower(SweepOffset::Add);
-  sendTypedTxPower();
-  if (were.overtaken()) return false;
   markDown(kModeSweep);
+  if (!were.steps([&] { sendTypedTxPower(); })) return false;
   program_.cycle.SweepTurnCount = 0;
   ShowAutoReadouts(true);
   if (record.Initializing) return false;
   PlotScale::SetupPlot(program_);
-  sendSampleSettings();
-  if (were.overtaken()) return false;
-  LockModeSweep(program_);
+  if (!sendSampleSettings(were)) return false;
   program_.autoLock.AutoLockTrim = kFalse;
+  LockModeSweep(program_);
   return true;
 }
 
 bool frmLock::modeHold(const WereDown& were) {
   LockParameters& record = program_.record;
   if (!were.lockOrHold()) beginLockPlot();
-  selectFilter(record.LockHoldRxFilter);
+  if (!selectFilter(were, record.LockHoldRxFilter)) return false;
   if (were.sweep) shiftTxPower(SweepOffset::Remove);
-  sendTypedTxPower();
-  if (were.overtaken()) return false;
   markDown(kModeHold);
+  if (!were.steps([&] { sendTypedTxPower(); })) return false;
   ShowAutoReadouts(false);
   record.PreviousLockMode = record.LockMode;
   record.LockMode = kModeHold;
   const bool wasLocked = record.PreviousLockMode == kModeLock && record.LockState == kLocked;
-  if (wasLocked) ReadLockData(program_, program_.cycle.LockSample);
-  if (were.overtaken()) return false;
+  if (wasLocked && !were.steps([&] { ReadLockData(program_, program_.cycle.LockSample); })) return false;
   record.LockStatus = "HOLD";
-  Timer1.setEnabled(true);
+  startTimer();
   hsCenter.setEnabled(true);
   if (wasLocked) moveScrollBarToField();
   if (record.Initializing) return false;
   if (!were.lockOrHold()) PlotScale::SetupPlot(program_);
-  sendSampleSettings();
-  if (were.overtaken()) return false;
-  HoldAtField(program_, record.FieldCenter);
-  HoldAtField(program_, record.FieldCenter); // twice: the hardware takes the field over on the second
   program_.autoLock.AutoLockTrim = kFalse;
-  return true;
+  const auto hold = [&] { HoldAtField(program_, record.FieldCenter); };
+  return sendSampleSettings(were) &&
+         were.steps(hold, hold); // the hardware takes the field over on the second
 }
 
 bool frmLock::modeAuto(const WereDown& were) {
   LockParameters& record = program_.record;
-  frmControls& panel = program_.frmControls.get();
-  panel.optBW[1].setValue(true);
-  sendFilter(record.LockHoldRxFilter);
+  const bool filtered = were.steps([&] { program_.frmControls->optBW[1].setValue(true); },
+                                   [&] { sendFilter(record.LockHoldRxFilter); });
+  if (!filtered) return false;
   ShowAutoReadouts(true);
   record.PreviousLockMode = record.LockMode;
   record.LockMode = kModeAuto;
   hsCenter.setEnabled(false);
   program_.cycle.SweepTurnCount = 0;
-  SendLockPhase(program_);
-  sendRxFilter();
+  if (!were.steps([&] { SendLockPhase(program_); }, [&] { sendRxFilter(); })) return false;
   if (record.UseDefaultTxRx) useSolventDefaults();
   ::frmSweep& sweep = program_.frmSweep.get();
   sweep.cmbSweepSpeed.setText(base::numberText(record.AutoLockSweepSpeed));
   sweep.cmbSweepWidth.setText(base::numberText(record.AutoLockSweepWidth));
-  SetAutoLockSweep();
-  SampleLockData(program_);
-  if (were.overtaken()) return false;
-  const double noise = HostGetLockData(program_, 6);
+  double noise = 0;
+  const bool sampled = SetAutoLockSweep(were) && were.steps([&] { SampleLockData(program_); },
+                                                            [&] { noise = HostGetLockData(program_, 6); });
+  if (!sampled) return false;
   program_.autoLock.NoiseThreshold = base::roundHalfEven(std::abs(noise) * record.PeakThresholdFactor);
-  if (were.overtaken()) return false;
-  LockModeAuto(program_);
+  if (!were.steps([&] { LockModeAuto(program_); })) return false;
   beginAutoProcedures();
-  Timer1.setEnabled(true);
+  startTimer();
   record.LockStatus = "Auto Locking...";
   markDown(kModeAuto, 4);
   return true;
@@ -223,11 +223,9 @@ bool frmLock::modePhase(const WereDown& were) {
   record.PreviousLockMode = record.LockMode;
   record.LockMode = kModePhase;
   program_.cycle.SweepTurnCount = 0;
-  sendSampleSettings();
-  if (were.overtaken()) return false;
-  LockModeAuto(program_);
+  if (!sendSampleSettings(were) || !were.steps([&] { LockModeAuto(program_); })) return false;
   beginAutoProcedures();
-  Timer1.setEnabled(true);
+  startTimer();
   hsCenter.setEnabled(true);
   record.LockStatus = "Auto Phasing...";
   program_.autoLock.AutoLockTrim = kFalse;
@@ -235,6 +233,12 @@ bool frmLock::modePhase(const WereDown& were) {
   // removes none.
   markDown(kModePhase);
   return true;
+}
+
+// A threshold key that is still held has stopped the ticks; the new mode must not wait for its release.
+void frmLock::startTimer() {
+  Timer1.setInterval(kTimerMs);
+  Timer1.setEnabled(true);
 }
 
 // A procedure left half-way must not leave its findings to the next run.
@@ -256,24 +260,23 @@ void frmLock::useSolventDefaults() {
     panel.vsTxPwr.setValue(base::toInt32(2 * (program_.record.DeltaTxPwr + tables.TxPower[i])));
 }
 
-void frmLock::SetAutoLockSweep() {
+bool frmLock::SetAutoLockSweep(const WereDown& were) {
   LockParameters& record = program_.record;
-  ActiveNMRAppInterface::SetSweepSpeed(program_, record.AutoLockSweepSpeed);
+  if (!were.steps([&] { ActiveNMRAppInterface::SetSweepSpeed(program_, record.AutoLockSweepSpeed); }))
+    return false;
   record.SweepWidth = record.AutoLockSweepWidth;
   record.SweepUpper = base::toInt32(record.FieldCenter + record.SweepWidth / 2.0);
   record.SweepLower = base::toInt32(record.FieldCenter - record.SweepWidth / 2.0);
   PlotScale::SetupPlot(program_);
-  if (record.Initializing) return;
-  HostSetLockField(program_, record.FieldCenter);
-  HostSetLockSweepWidth(program_, record.SweepWidth);
+  if (record.Initializing) return true;
+  return were.steps([&] { HostSetLockField(program_, record.FieldCenter); },
+                    [&] { HostSetLockSweepWidth(program_, record.SweepWidth); });
 }
 
 // Sweep, phase and filter as the record has them, then one sample beside the line.
-void frmLock::sendSampleSettings() {
-  SendSweepSettings(program_);
-  SendLockPhase(program_);
-  sendRxFilter();
-  SampleLockData(program_);
+bool frmLock::sendSampleSettings(const WereDown& were) {
+  return were.steps([&] { SendSweepSettings(program_); }, [&] { SendLockPhase(program_); },
+                    [&] { sendRxFilter(); }, [&] { SampleLockData(program_); });
 }
 
 void frmLock::sendRxFilter() {
@@ -288,10 +291,10 @@ void frmLock::sendFilter(std::int16_t choice) {
     SetLockRxFilter(program_, program_.record.RxFilterBW[static_cast<std::size_t>(choice)]);
 }
 
-void frmLock::selectFilter(std::int16_t choice) {
-  if (choice >= 0 && choice <= 3)
-    program_.frmControls->optBW[static_cast<std::size_t>(choice)].setValue(true);
-  sendFilter(choice);
+bool frmLock::selectFilter(const WereDown& were, std::int16_t choice) {
+  if (choice < 0 || choice > 3) return true;
+  return were.steps([&] { program_.frmControls->optBW[static_cast<std::size_t>(choice)].setValue(true); },
+                    [&] { sendFilter(choice); });
 }
 
 void frmLock::shiftTxPower(SweepOffset direction) {
@@ -349,9 +352,10 @@ void frmLock::markDown(int mode, int last) {
     program_.record.ModeButtonDown[static_cast<std::size_t>(k)] = k == mode ? 1 : 0;
 }
 
-void frmLock::recentreScrollBar() {
-  ReadLockData(program_, program_.cycle.LockSample);
+bool frmLock::recentreScrollBar(const WereDown& were) {
+  if (!were.steps([&] { ReadLockData(program_, program_.cycle.LockSample); })) return false;
   moveScrollBarToField();
+  return true;
 }
 
 // The bar's own range is as wide as the field's: a field word past its end must not keep the lock from

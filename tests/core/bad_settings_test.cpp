@@ -109,7 +109,8 @@ INSTANTIATE_TEST_SUITE_P(
         Bad{"Solvents_RxGain", "CDCl3", "20000", "380", kInvalid},
         Bad{"Solvents_RxGain", "D2O", "1e10", "6", kOverflow},
         Bad{"Solvents_TxPwr", "CDCl3", "70", "380", kInvalid},
-        Bad{"AutoLock", "UseDefaultTxRx", "perhaps", "13", "Type mismatch"}));
+        Bad{"AutoLock", "UseDefaultTxRx", "perhaps", "13", "Type mismatch"}),
+    [](const testing::TestParamInfo<Bad>& i) { return i.param.key + ("_" + std::to_string(i.index)); });
 
 TEST_P(OutOfRange, isNamedAndEndsTheStart) {
   const Bad& bad = GetParam();

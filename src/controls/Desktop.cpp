@@ -8,7 +8,7 @@ void Focus::moveTo(Control& control) { target_ = &control; }
 
 void Focus::forget(const Control& control) {
   if (current_ == &control) current_ = nullptr;
-  if (target_ == &control) target_ = nullptr;
+  if (target_ == &control) target_ = current_; // no move is left to tell
 }
 
 void Focus::deliver() {

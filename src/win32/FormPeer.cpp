@@ -71,8 +71,11 @@ DWORD FormPeer::exStyle(const Form& form) {
 void FormPeer::build() {
   windowClass();
   Writing writing(writing_);
+  // The panels belong to the main window, which loads first: they never disappear behind it.
+  const Form* const first = form_.desktop().forms().front();
+  HWND owner = first == &form_ ? nullptr : static_cast<FormPeer*>(first->peer())->window();
   window_ = OwnedWindow(CreateWindowExA(exStyle(form_), kWindowClass, form_.caption().c_str(), style(form_),
-                                        CW_USEDEFAULT, CW_USEDEFAULT, 100, 100, nullptr, nullptr,
+                                        CW_USEDEFAULT, CW_USEDEFAULT, 100, 100, owner, nullptr,
                                         GetModuleHandleA(nullptr), this));
   if (!window_) fatal("The window " + form_.name() + " could not be made. Is there a display?");
   dpi_ = dpiOf(window());
@@ -274,6 +277,7 @@ void FormPeer::setTip(HWND child, const std::string& tip) {
   if (!tips_)
     tips_ = OwnedWindow(CreateWindowExA(WS_EX_TOPMOST, TOOLTIPS_CLASSA, nullptr, WS_POPUP | TTS_NOPREFIX, 0,
                                         0, 0, 0, window(), nullptr, GetModuleHandleA(nullptr), nullptr));
+  SendMessageA(tips_.get(), WM_SETFONT, reinterpret_cast<WPARAM>(font({})), FALSE);
   std::string text = tip;
   TOOLINFOA tool{};
   tool.cbSize = sizeof(tool);

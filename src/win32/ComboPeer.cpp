@@ -12,19 +12,17 @@ class ComboPeer final : public ControlPeer {
   }
 
   void place() override {
-    RECT r = form().pixelRect(box_);
-    // The closed box takes the model's height; the native height is that of the open list.
-    RECT now{};
-    GetWindowRect(window(), &now);
-    const auto line = static_cast<int>(SendMessageA(window(), CB_GETITEMHEIGHT, static_cast<WPARAM>(-1), 0));
-    const int border = static_cast<int>(now.bottom - now.top) - line;
-    const int wanted =
-        static_cast<int>(r.bottom - r.top) - (border > 0 && border < line ? border : toPixels(90, dpi()));
-    if (wanted > 0 && wanted != line)
-      SendMessageA(window(), CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), wanted);
+    // A combo box is as high as its font wants it; it stands in the middle of the model's height, level with
+    // its label. The native height is that of the open list.
+    RECT r = form().pixelRect(box_), now{};
     const auto entry = static_cast<int>(SendMessageA(window(), CB_GETITEMHEIGHT, 0, 0));
-    SetWindowPos(window(), nullptr, r.left, r.top, r.right - r.left, r.bottom - r.top + 14 * entry,
-                 SWP_NOZORDER | SWP_NOACTIVATE);
+    const int width = static_cast<int>(r.right - r.left), height = static_cast<int>(r.bottom - r.top);
+    SetWindowPos(window(), nullptr, 0, 0, width, height + 14 * entry,
+                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    GetWindowRect(window(), &now);
+    const int top = static_cast<int>(r.top) + (height - static_cast<int>(now.bottom - now.top)) / 2;
+    SetWindowPos(window(), nullptr, static_cast<int>(r.left), top, 0, 0,
+                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
   }
 
   void onCommand(WPARAM wParam) override {

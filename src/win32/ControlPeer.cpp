@@ -60,7 +60,7 @@ void ControlPeer::sync(Aspect aspect) {
       form_.showAndEnableInside(control_);
     });
   case Aspect::Font:
-    return writeWith([this] { pushFont(); });
+    return writeWith([this] { densityChanged(); });
   case Aspect::Focus:
     return form_.wantFocus(control_);
   case Aspect::Tip:

@@ -12,8 +12,10 @@ namespace {
 using Complex = std::complex<double>;
 
 constexpr double kPhaseSwing =
-    24 * std::numbers::pi / 180;              // of the phase word's axis, with the sweep's direction
-constexpr int kWindow = 32, kWindowEdge = 32; // bins to either side of the line: in full, then fading out
+    24 * std::numbers::pi / 180; // of the phase word's axis, with the sweep's direction
+// To either side of the line, in full and then as much again fading out: this share of the sweep, or what is
+// swept in this time when that is more, so that a narrow fast sweep keeps its ringing inside.
+constexpr double kWindowShare = 1.0 / 8, kWindowSeconds = 1.0 / 12;
 
 } // namespace
 
@@ -94,12 +96,14 @@ void Sweep::finishHalf() {
 // falling half sweeps, so that the two readings differ by a measure of the phase error.
 double Sweep::phaseWord(double line, double magnitude) const {
   const int middle = static_cast<int>((line - lower()) / width_ * kBins);
+  const double share = std::max(kWindowShare, std::min(std::abs(speed_) * kWindowSeconds / width_, 1.0));
+  const int window = static_cast<int>(share * kBins);
   Complex sum = 0;
-  for (int k = -kWindow - kWindowEdge; k <= kWindow + kWindowEdge; ++k) {
+  for (int k = -2 * window; k <= 2 * window; ++k) {
     const int bin = middle + k;
     if (bin < 0 || bin >= kBins) continue;
-    const int beyond = std::max(std::abs(k) - kWindow, 0);
-    const double taper = 0.5 + 0.5 * std::cos(std::numbers::pi * beyond / kWindowEdge);
+    const int beyond = std::max(std::abs(k) - window, 0);
+    const double taper = 0.5 + 0.5 * std::cos(std::numbers::pi * beyond / window);
     sum += taper * bins_[static_cast<std::size_t>(bin)];
   }
   return magnitude * std::cos(std::arg(sum) + direction_ * kPhaseSwing);

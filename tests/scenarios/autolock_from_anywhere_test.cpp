@@ -72,4 +72,29 @@ TEST(AutoLockStatuses, followEachOtherInTheOperatorsOrder) {
   EXPECT_EQ(headless::compareLines(expected, seen), "");
 }
 
+TEST(AutoPhaseFromAnywhere, everyTenDegreesEndsWithinFiveOfTheBestPhaseBackInSweep) {
+  for (int error = -180; error < 180; error += 10) {
+    SCOPED_TRACE(std::to_string(error) + " degrees off");
+    support::Panel panel(support::defaultSettings());
+    sim::Settings settings;
+    settings.seed = static_cast<std::uint64_t>(error + 1000);
+    settings.bestPhase = 20;
+    panel.useConsole(settings);
+    panel.startUp();
+    panel.press("Sweep");
+    panel.waitSeconds(2);
+    panel.type(panel.controls().txtPhase, std::to_string(static_cast<int>(std::remainder(20 + error, 360))));
+    panel.controls().txtPhase.pressEnter();
+    panel.waitSeconds(1);
+    panel.platform.dialogs().otherwise = [](const std::string& text, ports::Buttons) {
+      EXPECT_EQ(text, "It seems in phase, Continue anyway?");
+      return std::optional(ports::Answer::Yes);
+    };
+    panel.press("Phase");
+    for (int tick = 0; tick < 30000 && panel.record().LockMode == kModePhase; ++tick) panel.tick();
+    EXPECT_EQ(panel.record().LockMode, kModeSweep);
+    EXPECT_LE(std::abs(std::remainder(panel.record().LockPhase - settings.bestPhase, 360)), 5);
+  }
+}
+
 } // namespace

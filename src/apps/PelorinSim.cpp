@@ -36,11 +36,14 @@ class WallClock {
 // Found by others from here to the end.
 class RunningObject {
  public:
-  explicit RunningObject(IUnknown& object) : object_(object) {
+  explicit RunningObject(win32::ConsoleObject& object) : object_(object), factory_(object) {
+    CoRegisterClassObject(win32::kConsoleClass, &factory_, CLSCTX_LOCAL_SERVER, REGCLS_MULTIPLEUSE,
+                          &classCookie_);
     result_ = RegisterActiveObject(&object, win32::kConsoleClass, ACTIVEOBJECT_STRONG, &cookie_);
   }
   ~RunningObject() {
     if (SUCCEEDED(result_)) RevokeActiveObject(cookie_, nullptr);
+    CoRevokeClassObject(classCookie_);
     CoDisconnectObject(&object_, 0);
   }
   RunningObject(const RunningObject&) = delete;
@@ -48,9 +51,10 @@ class RunningObject {
   HRESULT result() const { return result_; }
 
  private:
-  IUnknown& object_;
+  win32::ConsoleObject& object_;
+  win32::ConsoleFactory factory_;
   HRESULT result_;
-  DWORD cookie_ = 0;
+  DWORD cookie_ = 0, classCookie_ = 0;
 };
 
 void report(const std::string& text, UINT icon) {

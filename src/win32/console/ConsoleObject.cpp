@@ -144,4 +144,14 @@ HRESULT ConsoleObject::Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* p
   }
 }
 
+HRESULT ConsoleFactory::QueryInterface(REFIID iid, void** object) {
+  if (!object) return E_POINTER;
+  *object = iid == IID_IUnknown || iid == IID_IClassFactory ? this : nullptr;
+  return *object ? S_OK : E_NOINTERFACE;
+}
+
+HRESULT ConsoleFactory::CreateInstance(IUnknown* outer, REFIID iid, void** object) {
+  return outer ? CLASS_E_NOAGGREGATION : object_.QueryInterface(iid, object);
+}
+
 } // namespace win32

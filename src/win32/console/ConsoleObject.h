@@ -39,4 +39,18 @@ class ConsoleObject final : public IDispatch {
   ITypeInfo* type_ = nullptr; // of our own library; null when it cannot be read
 };
 
+// Hands out the one console there is, to clients that ask for a new one.
+class ConsoleFactory final : public IClassFactory {
+ public:
+  explicit ConsoleFactory(ConsoleObject& object) : object_(object) {}
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override;
+  ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
+  ULONG STDMETHODCALLTYPE Release() override { return 1; }
+  HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID iid, void** object) override;
+  HRESULT STDMETHODCALLTYPE LockServer(BOOL) override { return S_OK; }
+
+ private:
+  ConsoleObject& object_;
+};
+
 } // namespace win32

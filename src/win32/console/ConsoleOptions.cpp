@@ -55,6 +55,8 @@ struct Reader {
       options.settings.kicksPerHour = number(word);
     else if (word == "--speed")
       options.speed = number(word);
+    else if (base::equalIgnoringCase(word.substr(1), "Embedding"))
+      return; // started by a client
     else if (word == "--quiet")
       options.quiet = true;
     else if (word == "--fault")

@@ -38,6 +38,7 @@ std::vector<Entry> entries() {
           {std::wstring(kConsoleProgId) + L"\\CLSID", guidText(kConsoleClass)},
           {classKey(), title},
           {classKey() + L"\\ProgID", kConsoleProgId},
+          {classKey() + L"\\LocalServer32", L"\"" + path + L"\""},
           {classKey() + L"\\TypeLib", guidText(kConsoleLibrary)},
           {interfaceKey(), L"ILockHardware"},
           {interfaceKey() + L"\\ProxyStubClsid32", kDispatchProxy},

@@ -85,6 +85,12 @@ TEST_F(Phasing, aDifferenceBelowTheThresholdIsInPhase) {
   EXPECT_EQ(phase(), 30);
 }
 
+TEST_F(Phasing, largeDifferencesAreComparedToTheLastUnit) {
+  record().PhaseThresholdFactor = 1;
+  down(2000000000, 16777220);
+  EXPECT_TRUE(up(2000000000 - 16777219, 16777220)) << "one below the threshold";
+}
+
 TEST_F(Phasing, theStepIsProportionalWhileItIsLarge) {
   record().PhaseThresholdFactor = 0.0625F;
   pair(250);

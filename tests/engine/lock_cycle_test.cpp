@@ -185,11 +185,19 @@ TEST_P(TimeTrace, runsRightThenBackOverItselfAndClearsOnlyAtTheLeftEdge) {
 
 INSTANTIATE_TEST_SUITE_P(InLockAndHold, TimeTrace, testing::Values(kModeLock, kModeHold));
 
-TEST_F(LockCycleTick, offStandsAtZero) {
-  words(700, 1, 1);
+TEST_F(LockCycleTick, offStandsAtZeroAndStillShowsAndDraws) {
+  plainPlot();
+  words(700, 31, 1);
   cursor().previousX = 350;
   tick();
   EXPECT_EQ(cursor().x, 0);
+  EXPECT_TRUE(lines().empty()) << "a jump";
+  tick();
+  ASSERT_EQ(lines().size(), 1U);
+  EXPECT_EQ(lines()[0].x2, 0);
+  EXPECT_EQ(lines()[0].y2, 31);
+  EXPECT_EQ(p.main().StatusBar1.text(1), "DAC:700");
+  EXPECT_EQ(record().LockState, kNotInLock);
 }
 
 TEST_F(LockCycleTick, theAutomaticModesAndSweepFollowTheField) {

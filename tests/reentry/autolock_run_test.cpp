@@ -95,15 +95,21 @@ class At : public testing::TestWithParam<Point> {
 TEST_P(At, everyPointEachModeButtonTakesOver) {
   for (int inner = 0; inner <= 5; ++inner) {
     SCOPED_TRACE(kModeButtons[inner]);
-    everywhere([&](AutoLockRun& p) { p.press(kModeButtons[inner]); },
-               [&](AutoLockRun& p) {
-                 EXPECT_EQ(p.record().LockMode, inner);
-                 EXPECT_TRUE(inner == kModeLock || p.program().autoLock.AutoLockTrim == kFalse);
-                 if (inner >= kModeAuto) {
-                   EXPECT_EQ(p.program().autoLock.noiseCount, 0) << "a fresh run";
-                 }
-                 expectLegalState(p);
-               });
+    std::int32_t centre = 0;
+    everywhere(
+        [&](AutoLockRun& p) {
+          p.press(kModeButtons[inner]);
+          centre = p.record().FieldCenter;
+        },
+        [&](AutoLockRun& p) {
+          EXPECT_EQ(p.record().FieldCenter, centre) << "the run that was left moves nothing";
+          EXPECT_EQ(p.record().LockMode, inner);
+          EXPECT_TRUE(inner == kModeLock || p.program().autoLock.AutoLockTrim == kFalse);
+          if (inner >= kModeAuto) {
+            EXPECT_EQ(p.program().autoLock.noiseCount, 0) << "a fresh run";
+          }
+          expectLegalState(p);
+        });
   }
 }
 
@@ -127,6 +133,40 @@ TEST_P(At, everyPointASliderMayMoveAndTheRunGoesOn) {
                EXPECT_EQ(p.record().LockMode, kModeLock);
                expectLegalState(p);
              });
+}
+
+// The host stops answering: every attempt is told, nothing hangs, and a mode button works once it is back.
+TEST_P(At, everyPointTheHostMayStopAnswering) {
+  const std::uint64_t points = pointsOfARun(GetParam());
+  for (std::uint64_t k = 1; k <= points; ++k) {
+    SCOPED_TRACE("point " + std::to_string(k));
+    AutoLockRun p;
+    int told = 0;
+    p.platform.dialogs().otherwise = [&](const std::string& text, ports::Buttons) {
+      EXPECT_TRUE(text.starts_with("Run-time error '-2147023174 (800706ba)'")) << text;
+      ++told;
+      return std::optional(ports::Answer::Ok);
+    };
+    p.at(GetParam(), k, [&] { p.host().failAll(); });
+    p.run();
+    ASSERT_TRUE(p.happened);
+    p.tick(3);
+    told = 0;
+    p.press("Hold");
+    EXPECT_EQ(told, 1);
+    p.host().failNever();
+    p.press("Off");
+    p.pass(3);
+    EXPECT_EQ(told, 1);
+    EXPECT_EQ(p.record().LockMode, kModeOff);
+    EXPECT_EQ(p.main().Toolbar1.pressed(), frmLock::ButtonOff);
+    EXPECT_EQ(p.hardwareMode, 0);
+    EXPECT_EQ(p.status(), "OFF");
+    EXPECT_FALSE(p.main().Timer1.enabled());
+    p.press("Hold");
+    EXPECT_EQ(p.hardwareMode, 3);
+    if (HasFailure()) return;
+  }
 }
 
 INSTANTIATE_TEST_SUITE_P(Run, At, testing::Values(Point::PumpTurn, Point::HostCall), [](const auto& param) {

@@ -34,9 +34,14 @@ void pressInEveryPoint(int from, int to, int inner, Point point) {
                  pointName(point) + " " + std::to_string(k) + " " + kModeButtons[inner]);
     ReentryPanel p;
     enter(p, from);
-    p.at(point, k, [&] { p.press(kModeButtons[inner]); });
+    std::int32_t centre = 0;
+    p.at(point, k, [&] {
+      p.press(kModeButtons[inner]);
+      centre = p.record().FieldCenter;
+    });
     p.press(kModeButtons[to]);
     ASSERT_TRUE(p.happened);
+    EXPECT_EQ(p.record().FieldCenter, centre) << "the older button moves nothing any more";
     EXPECT_EQ(p.record().LockMode, inner) << "the newer button wins";
     expectLegalState(p);
     // Among the first four modes the sweep's offset is on exactly while sweeping.

@@ -14,7 +14,7 @@ enum class Point { PumpTurn, HostCall };
 class ReentryPanel : public Panel {
  public:
   ReentryPanel() {
-    host().words[0] = 400;
+    host().words[0] = 800;
     host().words[6] = 100;
     host().answer = [this](int dispid, std::span<const ports::HostArg> args) -> std::optional<double> {
       if (dispid == 31) hardwareMode = static_cast<int>(args[0].value);

@@ -25,10 +25,12 @@ struct Writing {
   int& depth;
 };
 
+// A form's own icon, or the program's.
 HICON icon(const char* name, int size) {
-  const char* resource = *name ? name : MAKEINTRESOURCEA(1);
+  HMODULE program = GetModuleHandleA(nullptr);
+  HANDLE own = *name ? LoadImageA(program, name, IMAGE_ICON, size, size, LR_SHARED) : nullptr;
   return static_cast<HICON>(
-      LoadImageA(GetModuleHandleA(nullptr), resource, IMAGE_ICON, size, size, LR_SHARED | LR_DEFAULTCOLOR));
+      own ? own : LoadImageA(program, MAKEINTRESOURCEA(1), IMAGE_ICON, size, size, LR_SHARED));
 }
 } // namespace
 

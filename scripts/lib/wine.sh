@@ -38,6 +38,7 @@ startDisplay() {
     if [ -s "$number" ]; then
       DISPLAY=:$(<"$number")
       export DISPLAY
+      ownDisplay=yes
       rm -f "$number"
       return
     fi
@@ -60,6 +61,8 @@ startWine() {
   wineserver -k >/dev/null 2>&1 || true # left over from a script that was killed
   quietWine wineserver -p
   quietWine wine cmd /c exit || die "Wine does not start"
+  # On our own display no window manager answers: Wine would wait two seconds for one at every hidden window.
+  [ -z "${ownDisplay:-}" ] || quietWine wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f
 }
 
 quietWine() { "$@" >/dev/null 2>&1 </dev/null 9>&-; }

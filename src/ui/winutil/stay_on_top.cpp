@@ -4,6 +4,8 @@
 
 namespace stay_on_top {
 
-void SetStayOnTop(controls::Form& form, std::int16_t flag) { form.desktop().windows().setTopmost(form, flag != 0); }
+void SetStayOnTop(controls::Form& form, std::int16_t flag) {
+  form.desktop().windows().setTopmost(form, flag != 0);
+}
 
 } // namespace stay_on_top

@@ -102,6 +102,15 @@ template <class F> void thenShowFileName(Program& program, F&& act) {
   showFileName(program);
 }
 
+// Windows that are not loaded take the setting when they load.
+void applyStayOnTop(Program& program) {
+  controls::Form* const windows[] = {program.frmLock.ifLoaded(),  program.frmLevel.ifLoaded(),
+                                     program.frmAmpl.ifLoaded(),  program.frmControls.ifLoaded(),
+                                     program.frmSweep.ifLoaded(), program.frmTuning.ifLoaded()};
+  for (controls::Form* const window : windows)
+    if (window != nullptr) stay_on_top::SetStayOnTop(*window, program.record.StayOnTop);
+}
+
 void openSettings(Program& program) {
   const auto chosen = program.platform.dialogs().openFile(settingsDialog(false));
   if (!chosen) return;
@@ -116,6 +125,8 @@ void openSettings(Program& program) {
     tell(program, error.message());
     return;
   }
+  program.frmLock->mnuPrefs(OnTopItem).setChecked(program.record.StayOnTop != 0);
+  applyStayOnTop(program);
   thenShowFileName(program, [&] { ActiveNMRAppInterface::ApplyLockParameters(program); });
 }
 
@@ -151,15 +162,6 @@ void resetEntireSystem(Program& program) {
   ActiveNMRAppInterface::HostResetSystem(program);
   ActiveNMRAppInterface::HostSetSystemValue(program, value);
   resend(program);
-}
-
-// Windows that are not loaded take the setting when they load.
-void applyStayOnTop(Program& program) {
-  controls::Form* const windows[] = {program.frmLock.ifLoaded(),  program.frmLevel.ifLoaded(),
-                                     program.frmAmpl.ifLoaded(),  program.frmControls.ifLoaded(),
-                                     program.frmSweep.ifLoaded(), program.frmTuning.ifLoaded()};
-  for (controls::Form* const window : windows)
-    if (window != nullptr) stay_on_top::SetStayOnTop(*window, program.record.StayOnTop);
 }
 
 void showLockLevel(Program& program, bool show) {

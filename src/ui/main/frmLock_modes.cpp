@@ -256,8 +256,10 @@ void frmLock::useSolventDefaults() {
   const auto i = static_cast<std::size_t>(chosen);
   const SolventTables& tables = program_.solvents;
   if (tables.RxGainPresent) panel.vsRxGain.setValue(tables.RxGain[i]);
-  if (tables.TxPowerPresent)
-    panel.vsTxPwr.setValue(base::toInt32(2 * (program_.record.DeltaTxPwr + tables.TxPower[i])));
+  if (!tables.TxPowerPresent) return;
+  // A solvent's power that leaves no room for the sweep's offset is swept at the highest power there is.
+  const double power = std::min(program_.record.DeltaTxPwr + tables.TxPower[i], kMaxTxPower);
+  panel.vsTxPwr.setValue(base::toInt32(2 * power));
 }
 
 bool frmLock::SetAutoLockSweep(const WereDown& were) {
@@ -315,7 +317,9 @@ void frmLock::shiftTxPower(SweepOffset direction) {
 }
 
 void frmLock::sendTypedTxPower() {
-  HostSetLockTxPower(program_, StrToFloatVal(program_.frmControls->txtTxPwr.text()));
+  const double typed = StrToFloatVal(program_.frmControls->txtTxPwr.text());
+  // A typed number too large for any hardware leaves the power that was last accepted.
+  HostSetLockTxPower(program_, std::isfinite(typed) ? typed : program_.record.TxPower);
 }
 
 // The noise word is an unsigned 16-bit word; without noise the lock goes on with the smallest thresholds.

@@ -4,6 +4,7 @@
 #include "core/Program.h"
 #include "display/LockKeys.h"
 #include "display/PlotScale.h"
+#include "ui/main/frmLock.h"
 #include "ui/panels/panel_window.h"
 #include "ui/winutil/stay_on_top.h"
 #include <algorithm>
@@ -64,6 +65,11 @@ void frmAmpl::Refresh() {
 }
 
 // The arrow keys are the panel's own, and swallowed here: the shared keyboard handler would step once more.
+// A threshold key stops the lock timer; letting it go starts it again, whichever window has the keyboard.
+void frmAmpl::Form_KeyUp(std::int16_t keyCode, std::int16_t shift) {
+  program_.frmLock->Form_KeyUp(keyCode, shift);
+}
+
 void frmAmpl::Form_KeyDown(std::int16_t& keyCode, std::int16_t shift) {
   if (keyCode != kUp && keyCode != kDown) {
     HandleLockKey(program_, keyCode, shift);

@@ -66,6 +66,11 @@ void frmControls::Form_Load() {
 
 void frmControls::Form_Unload() { panelClosed(program_, *this, kControlsPanel); }
 
+// A threshold key stops the lock timer; letting it go starts it again, whichever window has the keyboard.
+void frmControls::Form_KeyUp(std::int16_t keyCode, std::int16_t shift) {
+  program_.frmLock->Form_KeyUp(keyCode, shift);
+}
+
 void frmControls::Form_KeyDown(std::int16_t& keyCode, std::int16_t shift) {
   HandleLockKey(program_, keyCode, shift);
 }

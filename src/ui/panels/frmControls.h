@@ -50,6 +50,7 @@ class frmControls : public controls::Form {
   void Form_Load() override;
   void Form_Unload() override;
   void Form_KeyDown(std::int16_t& keyCode, std::int16_t shift) override;
+  void Form_KeyUp(std::int16_t keyCode, std::int16_t shift) override;
 
  private:
   struct Snapshot {

@@ -4,6 +4,7 @@
 #include "core/Program.h"
 #include "display/LockKeys.h"
 #include "hostlink/ActiveNMRAppInterface.h"
+#include "ui/main/frmLock.h"
 #include "ui/panels/panel_window.h"
 #include "ui/winutil/stay_on_top.h"
 
@@ -56,6 +57,11 @@ void frmSweep::Form_Load() {
 }
 
 void frmSweep::Form_Unload() { panelClosed(program_, *this, kSweepPanel); }
+
+// A threshold key stops the lock timer; letting it go starts it again, whichever window has the keyboard.
+void frmSweep::Form_KeyUp(std::int16_t keyCode, std::int16_t shift) {
+  program_.frmLock->Form_KeyUp(keyCode, shift);
+}
 
 void frmSweep::Form_KeyDown(std::int16_t& keyCode, std::int16_t shift) {
   HandleLockKey(program_, keyCode, shift);

@@ -4,6 +4,7 @@
 #include "core/modConvertStrToFloatVal.h"
 #include "display/LockKeys.h"
 #include "hostlink/ActiveNMRAppInterface.h"
+#include "ui/main/frmLock.h"
 #include "ui/panels/panel_window.h"
 #include "ui/winutil/stay_on_top.h"
 
@@ -87,6 +88,11 @@ void frmTuning::showLoop(float p, float i, float d) {
 }
 
 void frmTuning::Form_Unload() { panelClosed(program_, *this, kTuningPanel); }
+
+// A threshold key stops the lock timer; letting it go starts it again, whichever window has the keyboard.
+void frmTuning::Form_KeyUp(std::int16_t keyCode, std::int16_t shift) {
+  program_.frmLock->Form_KeyUp(keyCode, shift);
+}
 
 void frmTuning::Form_KeyDown(std::int16_t& keyCode, std::int16_t shift) {
   HandleLockKey(program_, keyCode, shift);

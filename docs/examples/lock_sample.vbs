@@ -6,7 +6,7 @@ Option Explicit
 Const Locked = 513, LongestSeconds = 300, MostTries = 50
 Const Busy = &H8001010A, Rejected = &H80010001
 
-Dim lock, solvent, state, level, started
+Dim lock, solvent, state, started
 solvent = "CDCl3"
 If WScript.Arguments.Count > 0 Then solvent = WScript.Arguments(0)
 
@@ -32,11 +32,10 @@ Do
   Do
     Err.Clear
     state = lock.GetLockState
-    level = lock.LockLevel
   Loop While TryAgain()
   StopIfFailed "The lock cannot be read"
   If state = Locked Then
-    WScript.Echo "Locked on " & lock.LockSolventText & ", level " & level
+    WScript.Echo "Locked on " & lock.LockSolventText
     WScript.Quit 0
   End If
 Loop While Elapsed(started) < LongestSeconds

@@ -15,6 +15,7 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
     win32::WinPlatform platform;
     Program program(platform);
     win32::ComServer server(program);
+    platform.beforeEnd = [&server] { server.withdraw(); };
     vbLock_mod::Main(program);
     return 0;
   });

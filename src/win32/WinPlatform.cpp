@@ -37,7 +37,10 @@ std::string WinPlatform::programFolder() {
   return path.substr(0, path.find_last_of('\\'));
 }
 
-void WinPlatform::end() { ExitProcess(0); }
+void WinPlatform::end() {
+  if (beforeEnd) beforeEnd();
+  ExitProcess(0);
+}
 
 ports::VersionInfo WinPlatform::version() { return ownVersion(); }
 

@@ -5,6 +5,7 @@
 #include "win32/WinPump.h"
 #include "win32/WinSettings.h"
 #include "win32/WinSystem.h"
+#include <functional>
 
 namespace win32 {
 
@@ -19,6 +20,7 @@ class WinPlatform : public ports::Platform {
   std::string programFolder() override;
   bool anotherCopyRuns() override { return anotherCopy_; }
   [[noreturn]] void end() override;
+  std::function<void()> beforeEnd; // what other processes must not be left with
   ports::VersionInfo version() override;
   ports::HostFinder& hostFinder() override { return hostFinder_; }
   ports::SettingsStore& settings() override { return settings_; }

@@ -85,12 +85,18 @@ ComServer::ComServer(Program& program)
 }
 
 ComServer::~ComServer() {
-  if (registered_) CoRevokeClassObject(registered_);
+  withdraw();
   service_->close(); // clients may still hold objects; their next call fails
   DestroyWindow(window_);
   CoRegisterMessageFilter(nullptr, nullptr);
   filter_->Release();
   factory_->Release();
+}
+
+void ComServer::withdraw() {
+  KillTimer(window_, kTimer);
+  if (registered_) CoRevokeClassObject(registered_);
+  registered_ = 0;
 }
 
 // As soon as a client's first call can be carried out; or, when start-up stops to ask the operator something,

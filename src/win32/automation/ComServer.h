@@ -37,6 +37,9 @@ class ComServer {
   ~ComServer();
   ComServer(const ComServer&) = delete;
   ComServer& operator=(const ComServer&) = delete;
+  // Makes no new objects from here on. A process that ends without it may leave its registration behind:
+  // clients would be sent to a server that is gone.
+  void withdraw();
 
  private:
   void offer();

@@ -9,7 +9,7 @@ class HeadlessPump::TimerPeer : public controls::Peer {
  public:
   TimerPeer(HeadlessPump& pump, controls::Timer& timer) : pump_(pump), timer_(timer) {
     pump_.timers_.push_back(this);
-    sync(controls::Aspect::Value);
+    TimerPeer::sync(controls::Aspect::Value);
   }
   ~TimerPeer() override {
     std::erase(pump_.timers_, this);

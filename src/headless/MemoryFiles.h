@@ -15,7 +15,7 @@ class MemoryFiles : public ports::Files {
   explicit MemoryFiles(Transcript& transcript) : transcript_(transcript) {}
   std::string append(const std::string& path, const std::string& text) override {
     const auto fault = faults_.find(path);
-    const std::string reason = fault != faults_.end() ? fault->second : allFail_;
+    std::string reason = fault != faults_.end() ? fault->second : allFail_;
     transcript_.add(Transcript::Kind::File,
                     reason.empty() ? "append to " + path : "append to " + path + " failed");
     if (reason.empty()) texts[path] += text;

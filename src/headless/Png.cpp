@@ -105,7 +105,7 @@ std::string scanLines(const controls::RasterCanvas& canvas) {
       const std::uint32_t pixel = canvas.pixel(x, y);
       for (int channel = 0; channel < 3; ++channel) {
         const char value = static_cast<char>(pixel >> (16 - 8 * channel));
-        char& over = above[static_cast<std::size_t>(x * 3 + channel)];
+        char& over = above[static_cast<std::size_t>(x) * 3 + static_cast<std::size_t>(channel)];
         bytes += static_cast<char>(value - over);
         over = value;
       }

@@ -126,7 +126,7 @@ std::optional<std::string> ScriptedDialogs::chooseFile(const char* verb, const p
   const std::string shown = std::string(verb) + " [" + dialog.title + "] \"" + dialog.defaultName + "\" " +
                             dialog.filter + (dialog.mustExist ? " (must exist)" : "");
   if (choices.empty()) throw UnexpectedBox("unexpected " + shown);
-  const std::optional<std::string> choice = std::move(choices.front());
+  std::optional<std::string> choice = std::move(choices.front());
   choices.pop_front();
   transcript_.add(Transcript::Kind::Box,
                   shown + " -> " + (choice ? '"' + *choice + '"' : std::string("Cancel")));

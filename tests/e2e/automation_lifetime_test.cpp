@@ -15,7 +15,7 @@ namespace {
 
 struct AutomationLifetime : testing::Test {
   AutomationLifetime() { writeSettings(standardSettings()); }
-  ~AutomationLifetime() override { endPanel(); }
+  ~AutomationLifetime() override { endPanels(); }
 };
 
 bool turnedAway(HRESULT code) { return code == RPC_E_SERVERCALL_RETRYLATER || code == RPC_E_CALL_REJECTED; }
@@ -145,7 +145,7 @@ TEST_F(AutomationLifetime, whileTheOperatorIsAskedForTheHostCallsAreBusyAndThenC
   EXPECT_TRUE(eventually([&] { return client.get(L"GetLockState").ok(); }));
   EXPECT_EQ(state(client), -256);
   EXPECT_TRUE(second.call(L"StopLock").ok());
-  endPanel();
+  endPanels();
 }
 
 TEST_F(AutomationLifetime, cancelledStartEndsThePanelAndTheNextClientStartsItAnew) {
@@ -160,7 +160,7 @@ TEST_F(AutomationLifetime, cancelledStartEndsThePanelAndTheNextClientStartsItAne
   Client next;
   ASSERT_EQ(next.creation(), S_OK);
   EXPECT_EQ(state(next), -256);
-  endPanel();
+  endPanels();
 }
 
 TEST_F(AutomationLifetime, whileAMessageBoxIsOpenOtherClientsAreToldToComeAgain) {

@@ -15,7 +15,7 @@ namespace {
 
 struct AutomationSession : testing::Test {
   AutomationSession() { copySettings(LOCK_SOURCE_DIR "/packaging/LOCK.INI"); }
-  ~AutomationSession() override { endPanel(); }
+  ~AutomationSession() override { endPanels(); }
   Process console{"\"" + consoleExe() + "\" --quiet"};
   void SetUp() override {
     CLSID clsid{};

@@ -103,7 +103,7 @@ void ComServer::withdraw() {
 // at once: a client that waits for the class would otherwise run into its time limit while nobody answers,
 // and one whose call is turned away as busy can try again.
 void ComServer::offer() {
-  if (registered_ || (!service_->started() && !Service::operatorIsAsked())) {
+  if (registered_ || (!service_->started() && !Service::dialogIsOpen())) {
     if (!registered_) SetTimer(window_, kTimer, kLookAgainMs, nullptr);
     return;
   }

@@ -14,12 +14,10 @@ namespace win32 {
 
 namespace {
 
-// A dialog box, or a window that one has locked.
-BOOL CALLBACK stopAtModal(HWND window, LPARAM found) {
-  if (!IsWindowVisible(window)) return TRUE;
+BOOL CALLBACK stopAtDialog(HWND window, LPARAM found) {
   char name[8] = {};
   GetClassNameA(window, name, sizeof name);
-  if (IsWindowEnabled(window) && std::strcmp(name, "#32770") != 0) return TRUE;
+  if (!IsWindowVisible(window) || std::strcmp(name, "#32770") != 0) return TRUE;
   *reinterpret_cast<bool*>(found) = true;
   return FALSE;
 }
@@ -35,9 +33,16 @@ bool Service::started() {
   return started_;
 }
 
-bool Service::operatorIsAsked() {
+bool Service::mainWindowIsLocked() {
+  frmLock* main = program_.frmLock.ifLoaded();
+  if (!main) return false;
+  const auto window = reinterpret_cast<HWND>(program_.platform.windows().nativeHandle(*main));
+  return window && !IsWindowEnabled(window);
+}
+
+bool Service::dialogIsOpen() {
   bool found = false;
-  EnumThreadWindows(GetCurrentThreadId(), stopAtModal, reinterpret_cast<LPARAM>(&found));
+  EnumThreadWindows(GetCurrentThreadId(), stopAtDialog, reinterpret_cast<LPARAM>(&found));
   return found;
 }
 

@@ -15,13 +15,16 @@ class Service {
 
   NMRLock* lock() { return closed_ ? nullptr : &lock_; } // null: the program is going away
   void close() { closed_ = true; }
-  bool started();                // start-up is over
-  static bool operatorIsAsked(); // a modal box waits for an answer
-  // A call that arrives now cannot be carried out and should be made again later.
-  bool busy() { return !started() || operatorIsAsked(); }
+  bool started();             // start-up is over
+  static bool dialogIsOpen(); // also before there is a main window; slower than busy()
+  // A call that arrives now cannot be carried out and should be made again later: start-up is not over, or a
+  // box waits for the operator, which locks the main window.
+  bool busy() { return !started() || mainWindowIsLocked(); }
   ITypeLib* typeLibrary(); // the program's own; null when it cannot be loaded
 
  private:
+  bool mainWindowIsLocked();
+
   Program& program_;
   NMRLock lock_;
   bool closed_ = false, started_ = false;

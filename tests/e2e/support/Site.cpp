@@ -106,7 +106,7 @@ Process::Process(DWORD id)
     : handle_(OpenProcess(SYNCHRONIZE | PROCESS_TERMINATE | PROCESS_QUERY_INFORMATION, FALSE, id)), id_(id) {}
 
 Process::~Process() {
-  kill();
+  end();
   if (handle_) CloseHandle(handle_);
 }
 
@@ -120,6 +120,17 @@ DWORD Process::exitCode() const {
   DWORD code = 0;
   GetExitCodeProcess(handle_, &code);
   return code;
+}
+
+void Process::end() {
+  if (!running()) return;
+  HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0);
+  THREADENTRY32 entry{};
+  entry.dwSize = sizeof entry;
+  for (BOOL more = Thread32First(snapshot, &entry); more; more = Thread32Next(snapshot, &entry))
+    if (entry.th32OwnerProcessID == id_) PostThreadMessageA(entry.th32ThreadID, WM_QUIT, 0, 0);
+  CloseHandle(snapshot);
+  if (!ends(3000)) kill();
 }
 
 void Process::kill() {
@@ -151,19 +162,8 @@ Panel::Panel(const std::string& arguments) : process("\"" + panelExe() + "\" " +
   Sleep(500);
 }
 
-Panel::~Panel() {
-  if (process.running()) endPanel();
-  process.ends(5000);
-}
-
-void endPanel() {
-  eventually(
-      [] {
-        if (processes("VantrelLock.exe").empty()) return true;
-        Client().call(L"ExitLockApp"); // turned away while a box is open
-        return false;
-      },
-      5000);
+void endPanels() {
+  for (DWORD id : processes("VantrelLock.exe")) Process(id).end();
 }
 
 win32::RemotePanel Panel::window() const {

@@ -31,7 +31,8 @@ class Process {
   bool running() const;
   bool ends(DWORD longestMs = 10000) const;
   DWORD exitCode() const;
-  void kill();
+  void end();  // asks it to end its message loop, and kills it when it does not
+  void kill(); // a server or host killed so may leave its registration behind
 
  private:
   HANDLE handle_ = nullptr;
@@ -46,7 +47,6 @@ std::vector<DWORD> processes(const std::string& exeName); // identifiers of all 
 class Panel {
  public:
   explicit Panel(const std::string& arguments = {});
-  ~Panel(); // by way of ExitLockApp: a server that is killed may leave its registration behind
   Panel(const Panel&) = delete;
   Panel& operator=(const Panel&) = delete;
   Process process;
@@ -57,8 +57,7 @@ class Panel {
   bool ready_ = false;
 };
 
-// Ends every panel that serves clients.
-void endPanel();
+void endPanels(); // every one, whoever started it
 
 HWND dialogOf(DWORD process); // the dialog box it shows; null: none
 void writeSettings(const std::string& text);

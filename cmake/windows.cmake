@@ -57,5 +57,9 @@ if(EXISTS ${CMAKE_SOURCE_DIR}/src/apps/demo.cpp)
   target_link_libraries(demo PRIVATE lock_win32)
 endif()
 
+# Takes the pictures of the user guide.
+add_executable(gallery EXCLUDE_FROM_ALL ${CMAKE_SOURCE_DIR}/src/apps/gallery.cpp)
+target_link_libraries(gallery PRIVATE lock_win32)
+
 lock_type_library(Pelorin ${CMAKE_SOURCE_DIR}/src/win32/console/Pelorin.idl)
 lock_app(PelorinSim ICON console TYPE_LIBRARIES Pelorin USES lock_win32)

@@ -67,6 +67,12 @@ LRESULT FormPeer::handle(UINT message, WPARAM wParam, LPARAM lParam) {
   case WM_SETFOCUS:
     restoreFocus();
     return 0;
+  case WM_NEXTDLGCTL: { // an access key leads on from its label; only dialogs do this by themselves
+    HWND next =
+        LOWORD(lParam) ? reinterpret_cast<HWND>(wParam) : GetNextDlgTabItem(self, GetFocus(), wParam != 0);
+    if (next) SetFocus(next);
+    return 0;
+  }
   case WM_DPICHANGED:
     densityChanged(LOWORD(wParam), *reinterpret_cast<const RECT*>(lParam));
     return 0;

@@ -40,7 +40,7 @@ class PicturePeer final : public ControlPeer {
 
   void labelChanged(RECT& shown, const controls::Label& label) {
     InvalidateRect(window(), &shown, FALSE);
-    shown = label.visible() ? toPixels(label.rect(), dpi()) : RECT{};
+    shown = label.visible() ? labelRect(label) : RECT{};
     InvalidateRect(window(), &shown, FALSE);
   }
 
@@ -154,8 +154,20 @@ class PicturePeer final : public ControlPeer {
                       DIB_RGB_COLORS);
   }
 
+  // A text that stands at the picture's very edge is hard to read: it keeps a little distance.
+  RECT labelRect(const controls::Label& label) const {
+    RECT r = toPixels(label.rect(), dpi()), client{};
+    GetClientRect(window(), &client);
+    const int gap = toPixels(60, dpi());
+    if (r.left <= 0)
+      OffsetRect(&r, gap, 0);
+    else if (r.right >= client.right)
+      OffsetRect(&r, -gap, 0);
+    return r;
+  }
+
   void paintLabel(HDC dc, const controls::Label& label) {
-    RECT r = toPixels(label.rect(), dpi());
+    RECT r = labelRect(label);
     HGDIOBJ old = SelectObject(dc, form().font(label.font()));
     if (label.opaque()) {
       OwnedBrush ground(CreateSolidBrush(picture_.backColour()));

@@ -119,7 +119,18 @@ void WinWindowSystem::popupMenu(Form& form, controls::MenuItem& item) {
 }
 
 void WinWindowSystem::setTopmost(Form& form, bool topmost) {
-  SetWindowPos(handle(form), topmost ? HWND_TOPMOST : HWND_NOTOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
+  HWND window = handle(form), place = topmost ? HWND_TOPMOST : HWND_NOTOPMOST;
+  SetWindowPos(window, place, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
+  const bool done = ((GetWindowLongA(window, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0) == topmost;
+  if (done) return;
+  // Wine puts a window next to its owner or its own windows, wherever these are: they let go for a moment.
+  std::vector<std::pair<HWND, HWND>> owners;
+  for (Form* const each : form.desktop().forms())
+    if (HWND owner = GetWindow(handle(*each), GW_OWNER)) owners.emplace_back(handle(*each), owner);
+  for (const auto& [owned, owner] : owners) SetWindowLongPtrA(owned, GWLP_HWNDPARENT, 0);
+  SetWindowPos(window, place, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+  for (const auto& [owned, owner] : owners)
+    SetWindowLongPtrA(owned, GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(owner));
 }
 
 void WinWindowSystem::insertSystemItem(Form& form, unsigned id, std::string_view text) {

@@ -56,7 +56,7 @@ TEST_F(Files, exitSavesAndKeepsWhatIsNotItsOwn) {
   EXPECT_TRUE(d.panel.process.ends());
   const Settings after = readSettings();
   EXPECT_EQ(after.at("[Hardware] FieldCenter"), "800");
-  EXPECT_EQ(after.at("[Display] ShowControls"), "-1");
+  EXPECT_EQ(after.at("[Display] ShowControls"), "1");
   EXPECT_NE(fileContent(kSettings).find("; kept by hand"), std::string::npos);
   EXPECT_NE(fileContent(kSettings).find("spacing"), std::string::npos);
   for (const char* key : {"[Hardware] TxPower", "[Hardware] SweepWidth", "[Solvents] D2O", "[Loop] P_0"})

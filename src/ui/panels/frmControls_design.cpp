@@ -10,27 +10,27 @@ void frmControls::design() {
   setCaption("Vantrel Lock - NMR Controls");
   mnuMain.add(0, "&Undo", nullptr);
   mnuMain.add(20, "&Save", nullptr);
-  setInnerSize({4800, 5400});
+  setInnerSize({4800, 5280});
 
   fraSolvent.setCaption("Solvent");
-  fraSolvent.move({kMargin, kMargin, 4560, 1560});
+  fraSolvent.move({kMargin, kMargin, 4560, 1770});
   lblSolvent.setCaption("S&olvent");
-  lblSolvent.move({180, 390, 1440, kText});
+  lblSolvent.move({180, 398, 1440, kText});
   cmbSolvents.move({1680, 330, 2700, kBox});
   lblShift.setCaption("S&hift");
-  lblShift.move({180, 780, 1440, kText});
-  txtSolventPPM.move({1680, 720, 1440, kBox});
+  lblShift.move({180, 863, 1440, kText});
+  txtSolventPPM.move({1680, 795, 1440, kBox});
   lblPpm.setCaption("ppm");
-  lblPpm.move({3210, 780, 600, kText});
+  lblPpm.move({3210, 863, 600, kText});
   lblFrequency.setCaption("&Frequency (MHz)");
-  lblFrequency.move({180, 1170, 1440, kText});
-  txtLockFreq.move({1680, 1110, 1440, kBox});
+  lblFrequency.move({180, 1328, 1440, kText});
+  txtLockFreq.move({1680, 1260, 1440, kBox});
   txtLockFreq.setText("46.042635");
   txtSolventPPM.setAccessibleName("Solvent shift in ppm");
   txtLockFreq.setAccessibleName("Lock frequency in MHz");
 
   fraHardware.setCaption("Hardware");
-  fraHardware.move({kMargin, 1800, 4560, 3480});
+  fraHardware.move({kMargin, 2010, 4560, 3150});
   struct Column {
     controls::Label& label;
     const char* caption;

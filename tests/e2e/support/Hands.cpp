@@ -91,6 +91,30 @@ bool Hands::statusBecomes(const std::string& text, DWORD longestMs) const {
   return eventually([&] { return status() == text; }, longestMs);
 }
 
+// Posted messages keep their order: a limit that a box got this way says that those before it are done. A key
+// may have made further ones, so the second limit is waited for.
+void Hands::sync() const {
+  static int stamp = 0;
+  HWND carrier = FindWindowExA(main().window(), nullptr, "EDIT", nullptr);
+  for (int round = 0; round < 2; ++round) {
+    const int limit = 20000 + ++stamp;
+    PostMessageA(carrier, EM_SETLIMITTEXT, static_cast<WPARAM>(limit), 0);
+    EXPECT_TRUE(eventually([&] { return SendMessageA(carrier, EM_GETLIMITTEXT, 0, 0) == limit; }));
+  }
+}
+
+void Hands::click(HWND control) const {
+  ASSERT_TRUE(control);
+  win32::clickControl(control);
+  sync();
+}
+
+void Hands::click(HWND control, int x, int y) const {
+  ASSERT_TRUE(control);
+  win32::clickControl(control, x, y);
+  sync();
+}
+
 bool Hands::hasFocus(HWND control) const {
   GUITHREADINFO info{};
   info.cbSize = sizeof info;
@@ -103,6 +127,7 @@ void Hands::enter(HWND control, const std::string& text) const {
   win32::typeText(control, text);
   HWND edit = FindWindowExA(control, nullptr, "EDIT", nullptr);
   win32::pressKey(edit ? edit : control, VK_RETURN);
+  sync();
 }
 
 void Hands::leave(HWND control, const std::string& text) const {
@@ -110,6 +135,7 @@ void Hands::leave(HWND control, const std::string& text) const {
   win32::typeText(control, text);
   HWND edit = FindWindowExA(control, nullptr, "EDIT", nullptr);
   win32::pressKey(edit ? edit : control, VK_TAB);
+  sync();
 }
 
 void Hands::keys(const RemoteWindow& window, std::initializer_list<WORD> chord) const {
@@ -156,10 +182,8 @@ void Desk::settle() {
   std::size_t before = 0;
   do {
     before = host.calls().size();
-    for (int turn = 0; turn < 10; ++turn) {
-      hands.main().answers();
-      Sleep(10);
-    }
+    for (int turn = 0; turn < 5; ++turn)
+      hands.sync(); // a change that is put off is sent between two messages
   } while (host.calls().size() != before);
   host.clear();
 }

@@ -42,6 +42,10 @@ class Hands {
   std::string status(int panel = 4) const;
   bool statusBecomes(const std::string& text, DWORD longestMs = 10000) const;
   bool hasFocus(HWND control) const;
+  void click(HWND control) const;
+  void click(HWND control, int x, int y) const;
+  // All keys and clicks so far have been dealt with.
+  void sync() const;
   // Types into a box and presses Enter, or leaves it with Tab.
   void enter(HWND control, const std::string& text) const;
   void leave(HWND control, const std::string& text) const;

@@ -1,8 +1,6 @@
 // Drives the running lock panel as an acquisition program does, through the automation class, or as an
 // operator does, by clicks on the toolbar, and prints the panel's status line as it changes. Exit code 0 only
 // when the goal was reached.
-#include <initguid.h>
-// before the interfaces
 #include "win32/automation/Com.h"
 #include "win32/automation/RemotePanel.h"
 #include <chrono>

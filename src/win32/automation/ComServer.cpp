@@ -1,5 +1,3 @@
-#include <initguid.h>
-// before the interfaces
 #include "win32/automation/ComServer.h"
 #include "win32/automation/LockObject.h"
 #include "win32/automation/MessageFilter.h"

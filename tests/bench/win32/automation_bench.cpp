@@ -1,7 +1,5 @@
 // What a client's call on the panel costs over an empty method of a bare automation server, in one run: calls
 // per second, median and 99th percentile, with the lock Off. Runs from C:\pelorin's programs.
-#include <initguid.h>
-// before the interfaces
 #include "win32/automation/Com.h"
 #include <algorithm>
 #include <chrono>

@@ -1,5 +1,3 @@
-#include <initguid.h>
-// before the interfaces
 #include "e2e/support/Site.h"
 #include <fstream>
 #include <gtest/gtest.h>

@@ -7,6 +7,7 @@
 #include "win32/console/ConsoleRegistration.h"
 #include "win32/console/ConsoleWindow.h"
 #include <algorithm>
+#include <cstdio>
 
 namespace {
 
@@ -81,6 +82,9 @@ int serve(const win32::ConsoleOptions& options) {
       desktop, spectrometer, [&clock] { clock.advance(); }, options.slowMs);
   window.load();
   if (!options.quiet) window.show();
+  // For scripts that start clients after it; nobody reads it when it was started from the desktop.
+  std::puts("ready");
+  std::fflush(stdout);
   while (pump.doEvents() > 0) pump.waitForMessage();
   return 0;
 }

@@ -99,10 +99,9 @@ class Gallery {
   void choose(const std::string& letters) const {
     if (!main().chooseMenu(letters)) throw std::runtime_error("no menu opened for " + letters);
   }
-  // In front, with all of it drawn. The level meter passes the focus on to the main window, which would come
-  // in front of it.
+  // In front, with all of it drawn.
   void settle(const RemoteWindow& window) const {
-    if (window.title() != "Lock") SetForegroundWindow(window.window());
+    SetForegroundWindow(window.window());
     SetWindowPos(window.window(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
     RedrawWindow(window.window(), nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN | RDW_UPDATENOW);
     until("an answer", [&] { return window.answers(); });
@@ -117,8 +116,8 @@ class Gallery {
     take(name, window.rect());
   }
   // Where it is on the screen whole, whatever the screen's density.
-  void takeAside(const std::string& name, const RemoteWindow& window) const {
-    SetWindowPos(window.window(), nullptr, 40, 40, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+  void takeAside(const std::string& name, const RemoteWindow& window, int left = 40) const {
+    SetWindowPos(window.window(), nullptr, left, 40, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
     take(name, window);
   }
   void takeMenu(const std::string& name, char letter) const;
@@ -191,7 +190,9 @@ void Gallery::takeAll() {
   choose("ps");
   until("the level meter", [&] { return find("Lock").has_value(); });
   std::this_thread::sleep_for(1500ms); // the average runs in
-  takeAside("level-meter", *find("Lock"));
+  // It passes the focus on to the main window, which may come in front of it.
+  SetWindowPos(panel_.window(), nullptr, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+  takeAside("level-meter", *find("Lock"), static_cast<int>(main().rect().right) + 4);
   find("Lock")->close();
   panel_.clickMode(5);
   until(

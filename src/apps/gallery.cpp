@@ -170,7 +170,6 @@ void Gallery::takePanel(const std::string& name, const std::string& letters, con
 }
 
 void Gallery::takeAll() {
-  take("panel-off", main());
   takePanel("nmr-controls", "tn", "NMR Controls");
   takePanel("sweep", "ts", "Sweep Controls");
   takePanel("tuning", "tt", "Loop Tuning");

@@ -51,6 +51,7 @@ class HeadlessWindows::FormPeer : public controls::Peer {
 
   void sync(Aspect aspect) override {
     if (!realised || telling_ > 20) return; // a window that answers each resize with another one
+    if (windows_.watchForm) windows_.watchForm(form, aspect);
     if (aspect == Aspect::Visible && form.visible()) shown_ = true;
     const bool place = aspect == Aspect::Geometry || aspect == Aspect::State || aspect == Aspect::Visible;
     if (place && shown_) tell(form.rect(), form.windowState());

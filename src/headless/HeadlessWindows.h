@@ -71,6 +71,8 @@ class HeadlessWindows : public ports::WindowSystem {
   std::function<bool()> whileModal;
   // Called after any control's shown state changed.
   std::function<void(controls::Control&, controls::Aspect)> watch;
+  // Called when the program shows, hides, minimises or moves a window, before the window is told about it.
+  std::function<void(controls::Form&, controls::Aspect)> watchForm;
 
  private:
   class FormPeer;

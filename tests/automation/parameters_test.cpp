@@ -314,6 +314,24 @@ TEST_F(LoopChar, isAcceptedAndChangesNothing) {
   panel.expectCalls({});
 }
 
+// A refused call leaves the value stored: the record is written first.
+TEST_F(EveryMember, keepsWhatItStoredWhenTheHostRefuses) {
+  const long gone = headless::FakeHost::kServerGone;
+  panel.host().failAll();
+  EXPECT_EQ(errorOf([&] { lock.putLockSweepSpeed(4321); }), gone);
+  EXPECT_EQ(errorOf([&] { lock.putLockRxGain(432); }), gone);
+  EXPECT_EQ(errorOf([&] { lock.putLockSolventPPM(4.8f); }), gone);
+  EXPECT_EQ(record.SweepSpeed, 4321);
+  EXPECT_EQ(record.SweepSpeedNow, 4321);
+  EXPECT_EQ(record.RxGain, 432);
+  EXPECT_DOUBLE_EQ(record.Frequency, 46.0446373);
+  EXPECT_EQ(errorOf([&] { lock.putLockSolventText("Acetone"); }), gone);
+  panel.host().failNever();
+  EXPECT_EQ(lock.LockSolventText(), "Acetone");
+  EXPECT_EQ(lock.LockSolventPPM(), 2.05f);
+  EXPECT_EQ(record.RxGain, 432) << "the solvent's gain comes after its frequency";
+}
+
 TEST_F(EveryMember, ofTwoInstancesActsOnTheSameLock) {
   NMRLock other(panel.program());
   other.putLockNMRPhase(77);

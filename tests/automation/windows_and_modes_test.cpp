@@ -20,6 +20,24 @@ struct Automation : testing::Test {
     program.frmSweep->show();
     program.frmTuning->show();
   }
+  // What the program does to windows from now on, in order, each with whether the display ticks then.
+  std::vector<std::string>& watchWindows() {
+    panel.platform.windows().watchForm = [this](controls::Form& form, controls::Aspect aspect) {
+      std::string what;
+      if (aspect == controls::Aspect::Visible) what = form.visible() ? " shown" : " hidden";
+      if (aspect == controls::Aspect::State)
+        what = form.windowState() == WindowState::Minimised ? " minimised" : " restored";
+      if (!what.empty())
+        seen.push_back(form.name() + what + (panel.main().Timer1.enabled() ? ", ticking" : ""));
+    };
+    return seen;
+  }
+  std::vector<std::string> seen;
+  // The changed power goes out first, then the display ticks.
+  void sweepIsShown() {
+    panel.pass(3);
+    ASSERT_TRUE(panel.main().Timer1.enabled());
+  }
   std::string visiblePanels() {
     std::string names;
     for (controls::Form* form : program.desktop.forms())
@@ -126,6 +144,30 @@ TEST_F(Windows, showBringsTheMainWindowAndTheOpenPanels) {
     EXPECT_NE(visiblePanels().find(name), std::string::npos) << name;
 }
 
+TEST_F(Windows, areHiddenShownAndMinimisedInTheirOrder) {
+  using Lines = std::vector<std::string>;
+  panel.host().words[6] = 400;
+  lock.StartSweep();
+  openAllPanels();
+  sweepIsShown();
+  watchWindows();
+  lock.HideWindows();
+  EXPECT_EQ(seen, (Lines{"frmLock hidden", "frmAmpl hidden", "frmControls hidden", "frmSweep hidden",
+                         "frmTuning hidden"}));
+  seen.clear();
+  lock.ShowLockWindow();
+  EXPECT_EQ(seen, (Lines{"frmLock shown", "frmControls shown", "frmAmpl shown", "frmSweep shown",
+                         "frmTuning shown"}));
+  EXPECT_TRUE(panel.main().Timer1.enabled());
+  seen.clear();
+  lock.MinimizeLockWindow();
+  EXPECT_EQ(seen, (Lines{"frmLock minimised", "frmControls hidden", "frmAmpl hidden", "frmSweep hidden",
+                         "frmTuning hidden"}));
+  seen.clear();
+  lock.HideWindows();
+  EXPECT_EQ(seen, Lines{"frmLock hidden"}); // the panels are hidden already
+}
+
 TEST_F(Windows, showAfterHideBringsBackOnlyThePanelsThatAreOpen) {
   panel.program().frmControls.unload();
   panel.program().frmSweep.unload();
@@ -144,6 +186,7 @@ TEST_F(Windows, showStartsTheTimerUnlessOff) {
   EXPECT_FALSE(panel.main().Timer1.enabled());
   panel.host().words[6] = 400;
   lock.StartSweep();
+  sweepIsShown();
   lock.HideWindows();
   EXPECT_FALSE(panel.main().Timer1.enabled());
   lock.ShowLockWindow();
@@ -190,6 +233,7 @@ TEST_F(Windows, minimiseHidesTheOpenPanelsAndStopsTheTimer) {
   panel.host().words[6] = 400;
   lock.StartSweep();
   openAllPanels();
+  sweepIsShown();
   lock.MinimizeLockWindow();
   EXPECT_EQ(panel.main().windowState(), WindowState::Minimised);
   EXPECT_FALSE(panel.main().Timer1.enabled());

@@ -149,6 +149,38 @@ TEST_F(Display, anAmplitudeBeyond16BitsIsReportedAndNotStored) {
   EXPECT_EQ(amplitude(), 9);
 }
 
+TEST_F(Display, enterOnATextThatIsNoNumberBeepsAndChangesNothing) {
+  p.typeInto(panel().txtDispAmpl, "big");
+  EXPECT_EQ(p.beeps(), 1);
+  EXPECT_EQ(amplitude(), 9);
+  panel().txtDispAmpl.setText("9");
+  p.typeInto(panel().txtDispOffset, "low");
+  EXPECT_EQ(p.beeps(), 2);
+  EXPECT_EQ(offset(), 0);
+}
+
+TEST_F(Display, refreshLimitsBothAndStoresThem) {
+  amplitude() = 0;
+  offset() = 300;
+  panel().Refresh();
+  EXPECT_EQ(amplitude(), 1);
+  EXPECT_EQ(offset(), 100);
+  amplitude() = 17;
+  offset() = -101;
+  panel().Refresh();
+  EXPECT_EQ(amplitude(), 16);
+  EXPECT_EQ(offset(), -100);
+  EXPECT_EQ(panel().updDispAmpl.value(), 16);
+  EXPECT_EQ(panel().updDispOffset.value(), -100);
+}
+
+TEST_F(Display, aTypedOffsetMovesThePlot) {
+  p.typeInto(panel().txtDispOffset, "50");
+  EXPECT_EQ(p.main().Picture1.scaleTop(), 256.0F);
+  p.op().key(panel(), Down, Shift);
+  EXPECT_EQ(p.main().Picture1.scaleTop(), 384.0F);
+}
+
 TEST_F(Display, undoRestoresBothAndDraws) {
   p.op().key(panel(), Down);
   p.op().key(panel(), Up, Shift);

@@ -135,6 +135,35 @@ TEST_F(Sweep, undoSendsSpeedThenWidthAsTheyWereAtOpening) {
   EXPECT_EQ(panel().cmbSweepSpeed.text(), "20000");
 }
 
+TEST_F(Sweep, undoKeepsSevenDigitsOfTheValues) {
+  p.platform.windows().close(panel());
+  p.record().SweepWidth = 16777217;
+  p.record().SweepSpeed = 12345678;
+  p.menu("Controls/Sweep (Width/Speed)");
+  EXPECT_EQ(panel().cmbSweepWidth.text(), "16777217");
+  p.menu("Undo");
+  EXPECT_EQ(p.record().SweepWidth, 16777220);
+  EXPECT_EQ(p.record().SweepSpeed, 12345680);
+}
+
+TEST_F(Sweep, enterOnATextThatIsNoNumberBeepsAndSendsNothing) {
+  for (controls::ComboBox* box : {&panel().cmbSweepWidth, &panel().cmbSweepSpeed}) {
+    const std::string before = box->text();
+    typeWithEnter(*box, "wide");
+    EXPECT_EQ(p.beeps(), 1);
+    EXPECT_EQ(p.calls(), host::Lines{});
+    box->type(before);
+  }
+}
+
+TEST_F(Sweep, applyBothStopsAtABoxThatIsNoNumber) {
+  panel().cmbSweepSpeed.setText("700");
+  panel().cmbSweepWidth.setText("wide");
+  EXPECT_THROW(panel().ApplyBoth(), base::RuntimeError);
+  p.expectCalls({host::sweepSpeed(700)});
+  EXPECT_EQ(p.record().SweepWidth, 8000);
+}
+
 TEST_F(Sweep, applyBothSetsEachForItself) {
   panel().cmbSweepSpeed.setText("65536");
   panel().cmbSweepWidth.setText("8192");

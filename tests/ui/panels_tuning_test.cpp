@@ -72,6 +72,43 @@ TEST_F(Tuning, aTextThatIsNoNumberBeepsKeepsTheFocusAndSendsNothing) {
   EXPECT_EQ(p.calls(), host::Lines{});
 }
 
+TEST_F(Tuning, enterOnATextThatIsNoNumberBeepsAndSendsNothing) {
+  open();
+  p.type(panel().txtLoop_P, "");
+  p.clear();
+  p.op().enter(panel().txtLoop_P);
+  EXPECT_EQ(p.beeps(), 1);
+  EXPECT_EQ(p.calls(), host::Lines{});
+  EXPECT_EQ(p.record().LoopP, 8000.0F);
+}
+
+TEST_F(Tuning, everyBoxSendsAllThreeAndAnotherBoxesTextCountsAsItsLeadingNumber) {
+  open();
+  for (controls::TextBox* box : {&panel().txtLoop_P, &panel().txtLoop_I, &panel().txtLoop_D}) {
+    p.op().focus(*box);
+    panel().txtLoop_P.setText("1");
+    panel().txtLoop_I.setText(box == &panel().txtLoop_I ? "2" : "2x");
+    panel().txtLoop_D.setText("-3.5");
+    p.clear();
+    p.op().enter(*box);
+    panel().txtLoop_I.setText("2");
+    p.expectCalls({host::loopConstants(1, 2, -3.5)});
+  }
+}
+
+TEST_F(Tuning, moreThan51PresetsAreOutOfRange) {
+  p.started();
+  p.record().NSets = 51;
+  p.menu("Controls/Loop Tuning Parameters");
+  EXPECT_EQ(panel().lstLockChar.items().size(), 51U);
+  p.menu("Controls/Loop Tuning Parameters");
+  p.record().NSets = 52;
+  p.expectBox(headless::kAnyText, ports::Answer::Ok);
+  p.menu("Controls/Loop Tuning Parameters");
+  EXPECT_NE(p.boxes().back().find("Subscript out of range"), std::string::npos) << p.boxes().back();
+  EXPECT_FALSE(p.program().frmTuning.loaded());
+}
+
 TEST_F(Tuning, aNumberNoSingleHoldsIsReportedAndNothingIsStored) {
   open();
   panel().txtLoop_P.setText("7");

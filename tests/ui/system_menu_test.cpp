@@ -105,6 +105,7 @@ TEST_F(LockSystemMenu, aModeChangeThatFailsIsReportedAndTheWindowLives) {
   EXPECT_FALSE(p.boxes().empty());
   EXPECT_TRUE(p.main().loaded());
   EXPECT_TRUE(windows().hooked(p.main()));
+  EXPECT_EQ(checked(), Ids{60001}); // the mark moves before the button is pressed
 }
 
 TEST_F(LockSystemMenu, closingUnhooksBeforeTheCloseIsProcessed) {

@@ -64,12 +64,12 @@ void frmAmpl::Refresh() {
   txtDispOffset.setText(base::signedText(record.PlotOffset));
 }
 
-// The arrow keys are the panel's own, and swallowed here: the shared keyboard handler would step once more.
 // A threshold key stops the lock timer; letting it go starts it again, whichever window has the keyboard.
 void frmAmpl::Form_KeyUp(std::int16_t keyCode, std::int16_t shift) {
   program_.frmLock->Form_KeyUp(keyCode, shift);
 }
 
+// The arrow keys are the panel's own, and swallowed here: the shared keyboard handler would step once more.
 void frmAmpl::Form_KeyDown(std::int16_t& keyCode, std::int16_t shift) {
   if (keyCode != kUp && keyCode != kDown) {
     HandleLockKey(program_, keyCode, shift);

@@ -17,8 +17,8 @@ class frmLevel : public controls::Form {
   // The scale beside the bar: 0 the top (full scale), 1 the middle, 2 the bottom (zero).
   std::array<controls::Label, 3> lblScale{
       {{*this, "lblScale", 0}, {*this, "lblScale", 1}, {*this, "lblScale", 2}}};
-  controls::TextBox txtLockLevel{*this,
-                                 "txtLockLevel"}; // a whole number; anything else raises type mismatch (13)
+  // The level. A text that is no number raises type mismatch (13).
+  controls::TextBox txtLockLevel{*this, "txtLockLevel"};
 
   float fullScale() const { return fullScale_; }
 

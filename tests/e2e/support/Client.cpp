@@ -97,7 +97,7 @@ INMRLock* Client::early() const {
 DISPID Client::id(const wchar_t* name) const {
   DISPID id = DISPID_UNKNOWN;
   LPOLESTR names[] = {const_cast<LPOLESTR>(name)};
-  object_->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id);
+  if (object_) object_->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id);
   return id;
 }
 
@@ -109,6 +109,10 @@ Reply Client::invoke(DISPID id, WORD flags, std::vector<Var>& arguments, bool na
   EXCEPINFO exception{};
   UINT wrong = 0;
   Reply reply;
+  if (!object_) { // every call of a client without an object fails with the reason it has none
+    reply.code = FAILED(creation_) ? creation_ : E_POINTER;
+    return reply;
+  }
   reply.code = object_->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters,
                                named ? nullptr : &reply.value.v, &exception, &wrong);
   if (reply.code == DISP_E_EXCEPTION) {

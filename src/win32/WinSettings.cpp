@@ -1,7 +1,28 @@
 #include "win32/WinSettings.h"
 #include "win32/SystemText.h"
+#include <optional>
 
 namespace win32 {
+
+namespace {
+
+struct Identity {
+  DWORD volume, high, low;
+  bool operator==(const Identity&) const = default;
+};
+
+std::optional<Identity> identity(const std::string& path) {
+  HANDLE file = CreateFileA(path.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                            OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+  if (file == INVALID_HANDLE_VALUE) return std::nullopt;
+  BY_HANDLE_FILE_INFORMATION about{};
+  const bool known = GetFileInformationByHandle(file, &about) != FALSE;
+  CloseHandle(file);
+  if (!known) return std::nullopt;
+  return Identity{about.dwVolumeSerialNumber, about.nFileIndexHigh, about.nFileIndexLow};
+}
+
+} // namespace
 
 std::string WinSettings::read(const std::string& path, const std::string& section, const std::string& key,
                               const std::string& fallback, int capacity) {
@@ -30,6 +51,8 @@ bool WinSettings::write(const std::string& path, const std::string& section, con
 }
 
 bool WinSettings::copyFile(const std::string& from, const std::string& to) {
+  // The system refuses to copy a file onto itself, which is what another spelling of its name comes to.
+  if (const auto source = identity(from); source && source == identity(to)) return done(true);
   return done(CopyFileA(from.c_str(), to.c_str(), FALSE) != FALSE);
 }
 

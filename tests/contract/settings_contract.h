@@ -274,6 +274,13 @@ TYPED_TEST_P(SettingsContract, copyMakesOrReplacesAFile) {
   EXPECT_EQ(this->read("a", "k"), "2");
 }
 
+TYPED_TEST_P(SettingsContract, copyOntoItselfIsDone) {
+  this->rig.put("[a]\r\nk=1\r\n");
+  EXPECT_TRUE(this->rig.store().copyFile(this->rig.path(), this->rig.path()));
+  EXPECT_EQ(this->rig.store().error(), "");
+  EXPECT_EQ(this->read("a", "k"), "1");
+}
+
 TYPED_TEST_P(SettingsContract, copyOfAMissingFileFailsAndSaysWhy) {
   EXPECT_FALSE(this->rig.store().copyFile(this->rig.path(), this->rig.otherPath()));
   EXPECT_NE(this->rig.store().error(), "");
@@ -307,21 +314,19 @@ TYPED_TEST_P(SettingsContract, tenMegabytesOfOtherLinesAreReadThrough) {
   EXPECT_EQ(this->read("z", "k"), "2");
 }
 
-REGISTER_TYPED_TEST_SUITE_P(SettingsContract, missingFileSectionOrKeyGivesTheFallback,
-                            emptyFileGivesTheFallback, fallbackLosesItsTrailingBlanks, namesMatchInAnyCase,
-                            nonAsciiBytesPassUnchanged, firstOfTwoEqualKeysWins,
-                            onlyTheFirstOfTwoEqualSectionsIsRead, blanksAndTabsAroundNamesAndValuesAreTrimmed,
-                            onePairOfQuotesIsTakenOff, loneQuoteStays, semicolonFirstOnALineIsAComment,
-                            valueStartsAtTheFirstEqualsSign, lineWithoutEqualsSignIsNoKey,
-                            emptyValueIsNotTheFallback, bracketNeverClosedOpensNoSection, everyKindOfLineEnd,
-                            longValueIsCutOneBelowTheCapacity, keyListIsInFileOrder,
-                            keyListOfAMissingFileIsEmpty, keyListIsCutTwoBelowTheCapacity,
-                            keyListOver255CharactersKeepsTheNamesThatFit, writeMakesFileSectionAndKey,
-                            writeChangesOneValueAndKeepsTheRest, newKeyGoesToTheEndOfItsSection,
-                            writingChangesTheFirstOfEqualKeys, writtenValueReadsBackTrimmed,
-                            keyWithAnEmptyNameIsWrittenOnceAndFoundAgain, sameKeyWrittenManyTimesStaysOneKey,
-                            editFromOutsideIsSeenAtOnce, failedWriteSaysWhy, copyMakesOrReplacesAFile,
-                            copyOfAMissingFileFailsAndSaysWhy, binaryFileReadsAsDefaults,
-                            nulEndsNamesAndValues, tenMegabytesOfOtherLinesAreReadThrough);
+REGISTER_TYPED_TEST_SUITE_P(
+    SettingsContract, missingFileSectionOrKeyGivesTheFallback, emptyFileGivesTheFallback,
+    fallbackLosesItsTrailingBlanks, namesMatchInAnyCase, nonAsciiBytesPassUnchanged, firstOfTwoEqualKeysWins,
+    onlyTheFirstOfTwoEqualSectionsIsRead, blanksAndTabsAroundNamesAndValuesAreTrimmed,
+    onePairOfQuotesIsTakenOff, loneQuoteStays, semicolonFirstOnALineIsAComment,
+    valueStartsAtTheFirstEqualsSign, lineWithoutEqualsSignIsNoKey, emptyValueIsNotTheFallback,
+    bracketNeverClosedOpensNoSection, everyKindOfLineEnd, longValueIsCutOneBelowTheCapacity,
+    keyListIsInFileOrder, keyListOfAMissingFileIsEmpty, keyListIsCutTwoBelowTheCapacity,
+    keyListOver255CharactersKeepsTheNamesThatFit, writeMakesFileSectionAndKey,
+    writeChangesOneValueAndKeepsTheRest, newKeyGoesToTheEndOfItsSection, writingChangesTheFirstOfEqualKeys,
+    writtenValueReadsBackTrimmed, keyWithAnEmptyNameIsWrittenOnceAndFoundAgain,
+    sameKeyWrittenManyTimesStaysOneKey, editFromOutsideIsSeenAtOnce, failedWriteSaysWhy,
+    copyMakesOrReplacesAFile, copyOntoItselfIsDone, copyOfAMissingFileFailsAndSaysWhy,
+    binaryFileReadsAsDefaults, nulEndsNamesAndValues, tenMegabytesOfOtherLinesAreReadThrough);
 
 } // namespace contract

@@ -16,7 +16,7 @@ class RecordingSettings : public ports::SettingsStore {
   };
   std::vector<Read> reads;
   std::vector<std::string> lists;  // sections whose keys were listed
-  std::vector<std::string> writes; // "[Section] Key=value", the failed ones too
+  std::vector<std::string> writes; // "[Section] Key=value" or "copy a to b", the failed ones too
 
   std::string read(const std::string& path, const std::string& section, const std::string& key,
                    const std::string& fallback, int capacity) override {
@@ -34,6 +34,7 @@ class RecordingSettings : public ports::SettingsStore {
   }
   std::string error() const override { return memory_.error(); }
   bool copyFile(const std::string& from, const std::string& to) override {
+    writes.push_back("copy " + from + " to " + to);
     return memory_.copyFile(from, to);
   }
 

@@ -1,4 +1,5 @@
 #include "support/Panel.h"
+#include "support/RecordingSettings.h"
 #include "ui/panels/frmAmpl.h"
 #include "ui/panels/frmLevel.h"
 #include "ui/panels/frmSweep.h"
@@ -189,6 +190,25 @@ TEST_F(Menus, aNewNameIsShownThoughTheHardwareRefusesTheSolventsFrequency) {
   p.host().failNever();
   EXPECT_EQ(p.record().IniPath, kOther);
   EXPECT_EQ(p.main().caption(), std::string("Talvane Lock Control - ") + kOther);
+}
+
+TEST_F(Menus, saveAsCopiesBeforeItSavesAndOnlyToAnotherName) {
+  support::RecordingSettings store(p.platform.memorySettings());
+  p.platform.useSettings(store);
+  p.platform.dialogs().expectSaveFile(kOther);
+  p.menu("File/Save Settings As");
+  ASSERT_GT(store.writes.size(), 1U);
+  EXPECT_EQ(store.writes[0], std::string("copy ") + Panel::kIniPath + " to " + kOther);
+  store.writes.clear();
+  p.platform.dialogs().expectSaveFile(kOther);
+  p.menu("File/Save Settings As");
+  ASSERT_FALSE(store.writes.empty());
+  EXPECT_NE(store.writes[0].substr(0, 5), "copy ");
+  store.writes.clear();
+  p.platform.dialogs().expectSaveFile("c:\\DATA\\other.ini"); // another spelling is another name
+  p.menu("File/Save Settings As");
+  EXPECT_EQ(store.writes[0].substr(0, 5), "copy ");
+  p.platform.useSettings(p.platform.memorySettings());
 }
 
 TEST_F(Menus, saveAsUnderTheCurrentNameSavesWithoutCopying) {

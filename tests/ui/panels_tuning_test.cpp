@@ -105,6 +105,7 @@ TEST_F(Tuning, moreThan51PresetsAreOutOfRange) {
   p.record().NSets = 52;
   p.expectBox(headless::kAnyText, ports::Answer::Ok);
   p.menu("Controls/Loop Tuning Parameters");
+  ASSERT_FALSE(p.boxes().empty());
   EXPECT_NE(p.boxes().back().find("Subscript out of range"), std::string::npos) << p.boxes().back();
   EXPECT_FALSE(p.program().frmTuning.loaded());
 }

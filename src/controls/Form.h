@@ -16,6 +16,7 @@ struct FormStyle {
   bool resizable = false;    // sizing border, minimise and maximise box
   bool toolWindow = false;   // small caption, not in the task bar
   const char* iconName = ""; // resource name of its icon
+  bool standsAlone = false;  // stays on the screen when the main window is minimised
 };
 
 class Form : public Container {

@@ -73,9 +73,10 @@ DWORD FormPeer::exStyle(const Form& form) {
 void FormPeer::build() {
   windowClass();
   Writing writing(writing_);
-  // The panels belong to the main window, which loads first: they never disappear behind it.
+  // The panels belong to the main window, which loads first: they never disappear behind it, and go with it.
   const Form* const first = form_.desktop().forms().front();
-  HWND owner = first == &form_ ? nullptr : static_cast<FormPeer*>(first->peer())->window();
+  const bool alone = first == &form_ || form_.style().standsAlone;
+  HWND owner = alone ? nullptr : static_cast<FormPeer*>(first->peer())->window();
   window_ = OwnedWindow(CreateWindowExA(exStyle(form_), kWindowClass, form_.caption().c_str(), style(form_),
                                         CW_USEDEFAULT, CW_USEDEFAULT, 100, 100, owner, nullptr,
                                         GetModuleHandleA(nullptr), this));

@@ -222,6 +222,20 @@ TEST_F(Panels, levelMeterFollowsTheLevel) {
   EXPECT_TRUE(hands.gone(Hands::kLevel));
 }
 
+TEST_F(Panels, levelMeterStaysOnTheScreenWhenTheMainWindowIsMinimisedAndThePanelsGo) {
+  const RemoteWindow panel = open(Hands::kSweep, "ts");
+  hands.menu("ps");
+  const RemoteWindow meter = hands.window(Hands::kLevel);
+  const HWND main = hands.main().window();
+  PostMessageA(main, WM_SYSCOMMAND, SC_MINIMIZE, 0);
+  EXPECT_TRUE(eventually([&] { return IsIconic(main) && !IsWindowVisible(panel.window()); }));
+  EXPECT_TRUE(IsWindowVisible(meter.window()));
+  PostMessageA(main, WM_SYSCOMMAND, SC_RESTORE, 0);
+  EXPECT_TRUE(eventually([&] { return !IsIconic(main) && IsWindowVisible(panel.window()); }));
+  close(Hands::kLevel);
+  close(Hands::kSweep);
+}
+
 TEST_F(Panels, closedPanelComesBackWhereItWasAndTheMenuClosesItToo) {
   const RemoteWindow first = open(Hands::kSweep, "ts");
   SetWindowPos(first.window(), nullptr, 123, 456, 0, 0, SWP_NOSIZE | SWP_NOZORDER);

@@ -9,7 +9,8 @@ namespace {
 constexpr int kShowLockLevel = 5; // the meter's item in mnuPrefs
 }
 
-frmLevel::frmLevel(Program& program) : Form(program.desktop, "frmLevel"), program_(program) {
+frmLevel::frmLevel(Program& program)
+    : Form(program.desktop, "frmLevel", {.standsAlone = true}), program_(program) {
   design();
   bindEvents();
 }

@@ -134,7 +134,8 @@ int lockSample(Driver& driver, Watch& watch) {
 
 int lockByItself(Driver& driver, Watch& watch) {
   driver.press(5);
-  return watch.until(" : AutoLock Done", 300s) ? 0 : 1;
+  // The last change of gain leaves the judged signal to settle.
+  return watch.until(" : AutoLock Done", 300s) && watch.until("LOCKED : AutoLock Done", 30s) ? 0 : 1;
 }
 
 int run(const std::string& mode, bool toolbar) {

@@ -1,5 +1,6 @@
 // Opening, saving and closing: the system's own file dialogs, the save question and what stands in the file.
 #include "e2e/support/Hands.h"
+#include <algorithm>
 #include <gtest/gtest.h>
 
 using namespace e2e;
@@ -131,4 +132,42 @@ TEST_F(Files, saveThatFailsIsToldOnce) {
   d.settle();
   EXPECT_FALSE(d.hands.asks());
   EXPECT_TRUE(d.hands.main().answers());
+}
+
+TEST_F(Files, lockLogGrowsInTheUsersDateFormatAndAHeldFileSwitchesItOffOnce) {
+  const std::string log = "C:\\pelorin-e2e\\Lock.Log";
+  DeleteFileA(log.c_str());
+  std::string settings = operatorSettings();
+  settings.insert(settings.find("[Display]\r\n") + 11, "LogFileName=" + log + "\r\nLogInterval=0\r\n");
+  Desk d(settings);
+  d.hands.menu("pl");
+  d.hands.mode(2);
+  EXPECT_TRUE(eventually([&] {
+    const std::string text = fileContent(log);
+    return std::count(text.begin(), text.end(), '\n') > 8;
+  })) << fileContent(log);
+  const std::string text = fileContent(log);
+  EXPECT_EQ(text.rfind("Lock - Logging started at ", 0), 0U);
+  SYSTEMTIME now{};
+  GetLocalTime(&now);
+  char today[64]{};
+  GetDateFormatA(LOCALE_USER_DEFAULT, DATE_SHORTDATE, &now, nullptr, today, sizeof today);
+  EXPECT_NE(text.find("\r\n" + std::string(today) + " "), std::string::npos) << text;
+  // Another program takes the file for itself: told once, and the lock goes on.
+  HANDLE held = INVALID_HANDLE_VALUE;
+  EXPECT_TRUE(eventually([&] {
+    held = CreateFileA(log.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+    return held != INVALID_HANDLE_VALUE;
+  }));
+  const Box box = d.hands.box();
+  EXPECT_NE(box.text.find(log), std::string::npos) << box.text;
+  EXPECT_NE(box.text.find("switched off"), std::string::npos) << box.text;
+  box.answer(IDOK);
+  CloseHandle(held);
+  const std::string after = fileContent(log);
+  const std::size_t calls = d.host.calls().size();
+  EXPECT_TRUE(eventually([&] { return d.host.calls().size() > calls + 20; }));
+  EXPECT_EQ(fileContent(log), after);
+  EXPECT_FALSE(d.hands.asks());
+  DeleteFileA(log.c_str());
 }

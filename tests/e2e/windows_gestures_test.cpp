@@ -54,8 +54,11 @@ class Fingers {
     for (int round = 0; round < 40; ++round) {
       if (!desk_.panel.process.running()) return false;
       RemoteWindow modal;
+      // Of boxes that stand one on the other only the upper one is enabled; the lower ones wait for it.
       for (const RemoteWindow& window : windows())
-        if (window.windowClass() == "#32770" || window.title().rfind("About ", 0) == 0) modal = window;
+        if ((window.windowClass() == "#32770" || window.title().rfind("About ", 0) == 0) &&
+            IsWindowEnabled(window.window()))
+          modal = window;
       if (desk_.hands.main().openMenus() > 0)
         for (const RemoteWindow& window : windows()) PostMessageA(window.window(), WM_CANCELMODE, 0, 0);
       else if (!modal.window())
@@ -67,6 +70,17 @@ class Fingers {
       eventually([&] { return modal.window() && !modal.exists(); }, 250);
     }
     return false;
+  }
+
+  // What keeps the panel from going on, for the report.
+  std::string inTheWay() const {
+    std::string all = desk_.panel.process.running() ? "" : "the panel has ended\n";
+    for (const RemoteWindow& window : windows()) {
+      all += window.windowClass() + " \"" + window.title() + "\"";
+      for (HWND child : window.children("Static")) all += " | " + win32::controlText(child);
+      all += window.answers(5000) ? "\n" : " does not answer\n";
+    }
+    return all + "open menus: " + std::to_string(desk_.hands.main().openMenus());
   }
 
  private:
@@ -190,7 +204,8 @@ TEST(Gestures, fiveHundredAtRandomLeaveThePanelWorking) {
     history.push_back(fingers.next());
     if (i % 5 == 4 && !fingers.clear()) {
       if (history.size() > 12) history.erase(history.begin(), history.end() - 12);
-      FAIL() << "stuck after gesture " << i << ": " << testing::PrintToString(history);
+      FAIL() << "stuck after gesture " << i << ": " << testing::PrintToString(history) << "\n"
+             << fingers.inTheWay();
     }
   }
   ASSERT_TRUE(fingers.clear());

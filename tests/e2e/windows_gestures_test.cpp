@@ -59,13 +59,16 @@ class Fingers {
         if ((window.windowClass() == "#32770" || window.title().rfind("About ", 0) == 0) &&
             IsWindowEnabled(window.window()))
           modal = window;
-      if (desk_.hands.main().openMenus() > 0)
+      // A menu can be opened over a box and a box over a menu: both are dealt with in every round.
+      const bool menus = desk_.hands.main().openMenus() > 0;
+      if (!menus && !modal.window()) return desk_.hands.main().answers(5000);
+      if (menus) {
         for (const RemoteWindow& window : windows()) PostMessageA(window.window(), WM_CANCELMODE, 0, 0);
-      else if (!modal.window())
-        return desk_.hands.main().answers(5000);
-      else if (modal.windowClass() == "#32770")
+        PostMessageA(desk_.hands.main().window(), WM_KEYDOWN, VK_ESCAPE, 1);
+      }
+      if (modal.windowClass() == "#32770")
         PostMessageA(modal.window(), WM_COMMAND, chance_.below(2) ? IDOK : IDCANCEL, 0);
-      else
+      else if (modal.window())
         modal.close();
       eventually([&] { return modal.window() && !modal.exists(); }, 250);
     }

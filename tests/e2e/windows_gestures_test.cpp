@@ -61,7 +61,10 @@ class Fingers {
           modal = window;
       // A menu can be opened over a box and a box over a menu: both are dealt with in every round.
       const bool menus = desk_.hands.main().openMenus() > 0;
-      if (!menus && !modal.window()) return desk_.hands.main().answers(5000);
+      // Wine leaves a menu's picture behind when its window is minimised under it: nothing closes that,
+      // nothing waits for it.
+      const bool leftBehind = menus && round >= 4;
+      if (!modal.window() && (!menus || leftBehind)) return desk_.hands.main().answers(5000);
       if (menus) {
         for (const RemoteWindow& window : windows()) PostMessageA(window.window(), WM_CANCELMODE, 0, 0);
         PostMessageA(desk_.hands.main().window(), WM_KEYDOWN, VK_ESCAPE, 1);
